@@ -1,0 +1,88 @@
+// Parameter blocks: plain fields that the solvers read directly.
+//
+// Field names are the macro name without its QZ_IPARAM_/QZ_DPARAM_ prefix, in lower case,
+// so that `QZ_DPARAM_SOLVER_FEASTOL` is `SplexPam.solver_feastol`. Fields that are not
+// parameters (nested-call markers and the like) say so in their comment.
+#pragma once
+
+#include <string>
+
+namespace zento {
+
+struct SolverParams {
+  int objsense = 1;
+  double callbackfreq = 0.5;
+  int allow_cntrlbreak = 1;
+  int decomposition_type = 1;
+  int instruct_loadtype = 0;
+  int copy_mode = 0;
+  int num_threads = 1;
+  int multithread_mode = -1;
+  int solver_method = 0;
+  int ipm_num_threads = 1;
+};
+
+struct SplexParams {
+  int solver_iusol = 0;
+  double solver_timlmt = -1;
+  double solver_cutoffval = -1e30;
+  double solver_feastol = 1e-7;
+  int solver_restart = 0;
+  int solver_ipmsol = 0;
+  double solver_opttol = 1e-7;
+  int lp_scale = -1;
+  int prob_to_solve = 0;
+  int lp_printlevel = 2;
+  int lp_prelevel = 126;
+  int lp_itrlmt = -1;
+  // Not parameters: set while the model is a subproblem of a running search.
+  int in_mip = 0;
+  int in_gop = 0;
+  int in_msw = 0;
+  int in_sp = 0;
+  int in_reopt = 0;
+};
+
+struct BandBParams {
+  int mip_printlevel = 2;
+};
+
+struct NLPParams {
+  int nlp_solve_as_lp = 0;
+  int nlp_printlevel = 1;
+  int nlp_linearz = 0;
+  int nlp_solver = 7;
+};
+
+struct GOPParams {
+  int in_gop = 0;  // not a parameter: nested-call marker
+};
+
+struct IISParams {
+  int in_iis = 0;  // not a parameter: nested-call marker
+};
+
+struct SPParams {};
+
+struct CommonParams {
+  std::string expr_lib_name;
+};
+
+// One row of the parameter registry `parlist` and of its per-object copies `AllPamItems`.
+struct ParItem {
+  int xxx_pos = 0;
+  int xxx_id = 0;
+  const char* xxx_szid = nullptr;
+  const char* xxx_name = nullptr;
+  const char* xxx_help = nullptr;
+  int xxx_type = 0;
+  int xxx_class = 0;
+  double xxx_min = 0;
+  double xxx_max = 0;
+  double xxx_dfl = 0;
+  double xxx_val = 0;
+  double xxx_step = -99;
+  void* xxx_local = nullptr;
+};
+
+}  // namespace zento
