@@ -343,6 +343,14 @@ done:
 // ---- driver --------------------------------------------------------------------------------
 
 int Slu::refactor(const int* rbas) {
+  if (static_cast<int>(w_.x.size()) != m_) {
+    w_.resize(m_);
+    w2_.resize(m_);
+    rw_.resize(m_);
+  } else {
+    w_.clear_all();
+    w2_.clear_all();
+  }
   umax_ = 0.0;
   min_piv_ = 1e30;
   max_piv_ = 0.0;
