@@ -24,6 +24,10 @@ void trace(const LuOptions& o, const char* fmt, ...) {
 }
 }  // namespace
 
+std::unique_ptr<LuEngine> make_slu(int m, LuOptions* opt, LuColumnFn datacol, void* host) {
+  return std::make_unique<Slu>(m, opt, datacol, host);
+}
+
 double next_pivot_threshold(double cur, bool stepped) {
   if (stepped) {
     if (cur < 0.1) return cur * 10.0;
