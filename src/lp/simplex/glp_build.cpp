@@ -255,8 +255,8 @@ Glp* lpini(Imodel& model, int* out_err) {
       g->ub0 = g->ub;
       g->cost0 = g->cost;
       qzi_build_rows(*g);
-      g->lu.init(g->m, g->mkweps);
-      QZI_spx_set_biden(*g);
+      rc = g->lu.init(g->m, g->mkweps, model.SplexPam.lu_core, std::max(g->refacfrq + 10, 500));
+      if (rc == 0) QZI_spx_set_biden(*g);
     }
   } catch (const std::bad_alloc&) {
     rc = QZERR_OUT_OF_MEMORY;

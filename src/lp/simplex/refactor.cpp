@@ -124,7 +124,12 @@ int QZI_spx_refactor(Glp& g) {
 }
 
 int QZI_spx_pupdate(Glp& g) {
-  const int rc = g.lu.update(g.pivi);
+  const int rc = g.lu.update(g.pivi, g.pivcoe);
+  if (rc == SpxLu::kNoSpace) {
+    g.wfact = WFACT_LUSPACE;
+    g.lu.invalidate();
+    return 4;
+  }
   if (rc != SpxLu::kOk) {
     g.wfact = WFACT_BUPERR;
     g.lu.invalidate();
