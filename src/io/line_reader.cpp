@@ -32,6 +32,7 @@ bool LineReader::rewind() {
 // One physical line: keeps its first bytes, measures it, and notes control bytes. A line
 // that runs past the block continues in the next block.
 bool LineReader::take_line(RawLine& out) {
+  if (pos_ == fill_ && !fill()) return false;
   out.len = 0;
   out.fullLen = 0;
   out.hasControl = false;
