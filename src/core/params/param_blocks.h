@@ -20,6 +20,8 @@ struct SolverParams {
   int multithread_mode = -1;
   int solver_method = 0;
   int ipm_num_threads = 1;
+  int mps_obj_writestyle = 2;
+  int sol_report_style = 0;
 };
 
 struct SplexParams {
@@ -89,6 +91,7 @@ struct NLPParams {
   int nlp_printlevel = 1;
   int nlp_linearz = 0;
   int nlp_solver = 7;
+  int nlp_linearity = 0;
 };
 
 struct GOPParams {
