@@ -275,7 +275,39 @@ int qzi_spx_solve(Glp& g, Imodel& model, int hint) {
     }
     return err;
   }
-  return qzi_spx_install_sol(g, model);
+  int err = qzi_spx_install_sol(g, model);
+  // Tolerances act in the scaled space; when the unscaled answer misses them, tighten the
+  // working tolerance by the gap and go on from the optimal basis.
+  for (int pass = 0; pass < 3 && err == 0 && g.xstat == XSTAT_OPT && g.lu.valid(); ++pass) {
+    const double tolP = model.SplexPam.solver_feastol, tolD = model.SplexPam.solver_opttol;
+    const bool dbad = g.dinf_unscaled > tolD, pbad = g.pinf_unscaled > tolP;
+    if (!dbad && !pbad) break;
+    if (dbad) g.ceps = std::max(g.ceps * tolD / g.dinf_unscaled * 0.5, 1e-12);
+    if (pbad) g.reps = std::max(g.reps * tolP / g.pinf_unscaled * 0.5, 1e-12);
+    const double ceps_keep = g.ceps, reps_keep = g.reps;
+    if (spx_log_on(g, 2))
+      QZlogmod(&model, 1, "\nRefining unscaled solution (pinf=%.2e, dinf=%.2e), reps=%g, ceps=%g",
+               g.pinf_unscaled, g.dinf_unscaled, g.reps, g.ceps);
+    const double it0 = g.iter;
+    g.xstat = XSTAT_CONT;
+    g.pord = pbad && !dbad ? 1 : 0;
+    g.fiter = 0;
+    const int rc2 = run_method(g);
+    g.ceps = ceps_keep;
+    g.reps = reps_keep;
+    if (rc2 != 0) return qzi_spx_ret2err(model, rc2);
+    if (g.xstat == XSTAT_SWITCH) {
+      g.xstat = XSTAT_CONT;
+      qzi_spx_switch_pord(g);
+      const int rc3 = run_method(g);
+      if (rc3 != 0) return qzi_spx_ret2err(model, rc3);
+    }
+    (void)it0;
+    err = qzi_spx_install_sol(g, model);
+  }
+  g.ceps = g.ceps0;
+  g.reps = g.reps0;
+  return err;
 }
 
 int QZsplexOptimize(Imodel& model, int method) {
