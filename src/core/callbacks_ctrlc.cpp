@@ -1,9 +1,10 @@
 // Ctrl-C: the process-wide interrupt flag and the SIGINT handler `QZcheckuserbreak`.
 //
-// The handler is in place while a top-level solve runs (or from QZresetctrlc on, when the
-// host asks for it) and the host's own disposition is restored when the last solve ends. A
-// host that ignores SIGINT keeps ignoring it. A second Ctrl-C while the first is still
-// pending goes to the host's previous handler, so a stuck program can still be stopped.
+// The handler is in place while a top-level solve runs (and from QZresetctrlc on, when the
+// host asks for it early); when the last solve ends, the disposition the host had comes back,
+// so outside solves Ctrl-C does what the host's program does. A host that ignores SIGINT keeps
+// ignoring it. A second Ctrl-C while the first is still pending goes to the host's previous
+// handler, so that a program stuck elsewhere can still be stopped.
 #include <signal.h>
 
 #include <atomic>
@@ -20,10 +21,8 @@ std::atomic<int> g_ctrlc{0};
 
 struct HandlerState {
   std::mutex mutex;
-  int scopes = 0;          // top-level solves under way
-  bool pinned = false;     // the host called QZresetctrlc: the handler stays
-  bool installed = false;
-  struct sigaction previous {};  // written only while our handler is not installed
+  int scopes = 0;                // top-level solves under way
+  struct sigaction previous {};  // written only while our handler is not in place
 };
 
 HandlerState g_handler;
@@ -41,20 +40,25 @@ extern "C" void QZcheckuserbreak(int sig, siginfo_t* info, void* context) {
   }
 }
 
+// The disposition in force, and whether it is ours (the host may have replaced it).
+bool ours_in_place(struct sigaction& cur) {
+  if (sigaction(SIGINT, nullptr, &cur) != 0) return false;
+  return (cur.sa_flags & SA_SIGINFO) && cur.sa_sigaction == QZcheckuserbreak;
+}
+
 void install_locked() {
-  if (g_handler.installed) return;
+  struct sigaction cur {};
+  if (ours_in_place(cur)) return;
   struct sigaction act {};
   act.sa_sigaction = QZcheckuserbreak;
   sigemptyset(&act.sa_mask);
   act.sa_flags = SA_SIGINFO | SA_RESTART;
-  if (sigaction(SIGINT, &act, &g_handler.previous) != 0) return;
-  g_handler.installed = true;
+  sigaction(SIGINT, &act, &g_handler.previous);
 }
 
 void uninstall_locked() {
-  if (!g_handler.installed) return;
-  sigaction(SIGINT, &g_handler.previous, nullptr);
-  g_handler.installed = false;
+  struct sigaction cur {};
+  if (ours_in_place(cur)) sigaction(SIGINT, &g_handler.previous, nullptr);
 }
 
 }  // namespace
@@ -64,10 +68,9 @@ bool ctrlc_pending() { return g_ctrlc.load(std::memory_order_relaxed) != 0; }
 void interrupt_scope_enter() {
   std::lock_guard<std::mutex> lock(g_handler.mutex);
   ++g_handler.scopes;
-  if (g_handler.installed) return;
-  struct sigaction current {};
-  if (sigaction(SIGINT, nullptr, &current) != 0) return;
-  const bool ignored = !(current.sa_flags & SA_SIGINFO) && current.sa_handler == SIG_IGN;
+  struct sigaction cur {};
+  if (ours_in_place(cur)) return;
+  const bool ignored = !(cur.sa_flags & SA_SIGINFO) && cur.sa_handler == SIG_IGN;
   if (!ignored) install_locked();
 }
 
@@ -76,7 +79,7 @@ void interrupt_scope_leave() {
   if (g_handler.scopes > 0) --g_handler.scopes;
   if (g_handler.scopes > 0) return;
   g_ctrlc.store(0);
-  if (!g_handler.pinned) uninstall_locked();
+  uninstall_locked();
 }
 
 }  // namespace zento
@@ -87,7 +90,6 @@ int QZresetctrlc(void) {
   using namespace zento;
   std::lock_guard<std::mutex> lock(g_handler.mutex);
   g_ctrlc.store(0);
-  g_handler.pinned = true;
   install_locked();
   return 0;
 }
