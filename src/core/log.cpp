@@ -30,7 +30,7 @@ DebugLog& debug_log() {
   return d;
 }
 
-std::string format_args(const char* fmt, ...) __attribute__((format(printf, 1, 2)));
+std::string format_args(const char* fmt, ...) QZ_PRINTF_LIKE(1, 2);
 std::string format_args(const char* fmt, ...) {
   va_list ap;
   va_start(ap, fmt);

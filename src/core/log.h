@@ -13,7 +13,7 @@ namespace zento {
 int base_printlevel(const Imodel& m);
 bool is_nested(const Imodel& m);
 
-// printf-style formatting into a string; an invalid format gives an empty string.
+// C-style formatting into a string; an invalid format gives an empty string.
 std::string vformat(const char* fmt, va_list ap);
 // Hands a finished line to the model's log function (no level test).
 void log_line(Imodel& m, std::string& line);

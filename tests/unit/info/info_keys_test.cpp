@@ -247,3 +247,33 @@ TEST(InfoKeys, KeyNamesRoundTrip) {
 
 }  // namespace
 }  // namespace zento::test
+
+#include "zento_fortran.h"
+
+namespace zento::test {
+namespace {
+
+TEST(InfoTwins, ScalarsAndHandlesByReference) {
+  EnvModel em;
+  ASSERT_EQ(load_trivial(em.model), 0);
+  ASSERT_EQ(QZoptimize(em.model, QZ_METHOD_FREE, nullptr), 0);
+  int key = QZ_DINFO_POBJ;
+  double obj = 0;
+  ASSERT_EQ(qzgetinfo_(&em.model, &key, &obj), 0);
+  EXPECT_DOUBLE_EQ(obj, kTrivialObjective);
+  int loc = QZLOC_PRIMAL;
+  key = QZ_IINFO_NUM_VARS;
+  int n = 0;
+  ASSERT_EQ(qzgetcallbackinfo_(&em.model, &loc, &key, &n), 0);
+  EXPECT_EQ(n, 3);
+  int code = QZERR_USER_INTERRUPT;
+  char msg[QZ_MAX_ERROR_MESSAGE_LENGTH];
+  ASSERT_EQ(qzgeterrormessage_(&em.env, &code, msg), 0);
+  EXPECT_STREQ(msg, "User interrupt.");
+  int sel = 0;
+  char h[QZ_FORMATTED_INFO_MAXLEN], d[QZ_FORMATTED_INFO_MAXLEN];
+  EXPECT_EQ(qzgetformattedinfo_(&em.model, nullptr, h, d, &sel), 0);
+}
+
+}  // namespace
+}  // namespace zento::test
