@@ -20,6 +20,7 @@ struct SolverParams {
   int multithread_mode = -1;
   int solver_method = 0;
   int ipm_num_threads = 1;
+  int profiler_level = 0;
 };
 
 struct SplexParams {
@@ -35,6 +36,8 @@ struct SplexParams {
   int lp_printlevel = 2;
   int lp_prelevel = 126;
   int lp_itrlmt = -1;
+  int lp_prtfg = 0;
+  int splex_use_external = 0;
   // Not parameters: set while the model is a subproblem of a running search.
   int in_mip = 0;
   int in_gop = 0;
@@ -45,6 +48,7 @@ struct SplexParams {
 
 struct BandBParams {
   int mip_printlevel = 2;
+  double mip_inttol = 1e-6;
 };
 
 struct NLPParams {
@@ -60,9 +64,14 @@ struct GOPParams {
 
 struct IISParams {
   int in_iis = 0;  // not a parameter: nested-call marker
+  int iis_infeas_norm = 0;
+  int iis_method = 0;
+  int fmt_issql = 0;
 };
 
-struct SPParams {};
+struct SPParams {
+  int stoc_method = -1;
+};
 
 struct CommonParams {
   std::string expr_lib_name;
