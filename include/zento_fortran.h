@@ -106,6 +106,20 @@ QZ_API int qzgetobjective_(QZmodel* model, double* pdObj);
 QZ_API int qzgetmipobjective_(QZmodel* model, double* pdObj);
 QZ_API int qzgetsolution_(QZmodel* model, int* nWhich, double* padValues);
 QZ_API int qzgetsolution2_(QZmodel* model, int* nSolType, double* padPrimal, double* padDual, double* padSlacks, double* padRedcosts);
+/* Information, messages and callbacks. */
+QZ_API int qzgetinfo_(QZmodel* model, int* nQuery, void* pvResult);
+QZ_API int qzgetcallbackinfo_(QZmodel* model, int* nLocation, int* nQuery, void* pvResult);
+QZ_API int qzgetmipcallbackinfo_(QZmodel* model, int* nQuery, void* pvResult);
+QZ_API int qzgetprogressinfo_(QZmodel* model, int* nLocation, int* nQuery, void* pvResult);
+QZ_API int qzgetformattedinfo_(QZmodel* model, const char* szFormatFile, char* szHeader, char* szData, int* nSelector);
+QZ_API int qzgeterrormessage_(QZenv* env, int* nErrorCode, char* pszMessage);
+QZ_API int qzgetfileerror_(QZmodel* model, int* pnLinenum, char* pszLinetxt);
+QZ_API int qzgeterrorrowindex_(QZmodel* model, int* piRow);
+QZ_API int qzsetcallback_(QZmodel* model, QZcallback_t pfFunc, void* pvData);
+QZ_API int qzsetmipcallback_(QZmodel* model, QZmipCallback_t pfFunc, void* pvData);
+QZ_API int qzsetgopcallback_(QZmodel* model, QZgopCallback_t pfFunc, void* pvData);
+QZ_API int qzsetmodellogfunc_(QZmodel* model, QZlogFunc_t pfFunc, void* pvData);
+QZ_API int qzsetenvlogfunc_(QZenv* env, QZenvLogFunc_t pfFunc, void* pvData);
 #ifdef __cplusplus
 }
 #endif

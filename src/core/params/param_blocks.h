@@ -22,6 +22,7 @@ struct SolverParams {
   int ipm_num_threads = 1;
   int mps_obj_writestyle = 2;
   int sol_report_style = 0;
+  int profiler_level = 0;
 };
 
 struct SplexParams {
@@ -74,6 +75,7 @@ struct SplexParams {
   int lu_core = 0;
   double lu_eps_pivrel = 0.5;
   int solver_mode = 0;
+  int splex_use_external = 0;
   // Not parameters: set while the model is a subproblem of a running search.
   int in_mip = 0;
   int in_gop = 0;
@@ -84,6 +86,7 @@ struct SplexParams {
 
 struct BandBParams {
   int mip_printlevel = 2;
+  double mip_inttol = 1e-6;
 };
 
 struct NLPParams {
@@ -100,9 +103,14 @@ struct GOPParams {
 
 struct IISParams {
   int in_iis = 0;  // not a parameter: nested-call marker
+  int iis_infeas_norm = 0;
+  int iis_method = 0;
+  int fmt_issql = 0;
 };
 
-struct SPParams {};
+struct SPParams {
+  int stoc_method = -1;
+};
 
 struct CommonParams {
   std::string expr_lib_name;
