@@ -103,12 +103,14 @@ TEST_P(HandCases, StatusAndCertificate) {
     rc = QZoptimize(m, method, &status);
     EXPECT_EQ(rc, 0) << h.name;
     int want = h.status_primal;
-    if (method == QZ_METHOD_DSIMPLEX && want == QZ_STATUS_UNBOUNDED) want = QZ_STATUS_INFORUNB;
+    if (method != QZ_METHOD_PSIMPLEX && want == QZ_STATUS_UNBOUNDED) want = QZ_STATUS_INFORUNB;
     EXPECT_EQ(status, want) << h.name;
     if (status == QZ_STATUS_BASIC_OPTIMAL) {
       double obj = 0;
       ASSERT_EQ(QZgetObjective(m, &obj), 0);
-      if (h.obj != 0) EXPECT_NEAR(obj, h.obj, 1e-9) << h.name;
+      if (h.obj != 0) {
+        EXPECT_NEAR(obj, h.obj, 1e-9) << h.name;
+      }
       LpData lp = h.lp;
       lp.opt = obj;  // optimality comes from the certificate itself
       const KktReport r = check_model(m, lp);

@@ -76,6 +76,10 @@ const Setting kSettings[] = {
     {"primal_devex", 1, -1, 2, -1, 1, 0},   {"primal_devex1", 1, -1, 1, -1, 1, 0},
     {"primal_devex3", 1, -1, 3, -1, 1, 0},  {"primal_unscaled", 1, 0, -1, -1, 1, 0},
     {"primal_rows", 1, 2, -1, -1, 1, 0},    {"primal_cols", 1, 3, -1, -1, 1, 0},
+    {"dual_auto", 2, -1, -1, -1, 1, 0},     {"dual_dantzig", 2, -1, -1, 0, 1, 0},
+    {"dual_steep", 2, -1, -1, 2, 1, 0},     {"dual_devex", 2, -1, -1, 3, 1, 0},
+    {"dual_harris", 2, -1, -1, -1, 0, 0},   {"dual_unscaled", 2, 0, -1, -1, 1, 0},
+    {"free_default", 0, -1, -1, -1, 1, 0},
 };
 
 INSTANTIATE_TEST_SUITE_P(Settings, Planted, ::testing::ValuesIn(kSettings),
