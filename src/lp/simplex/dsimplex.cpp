@@ -467,6 +467,7 @@ int dsimplex(Glp& g) {
   g.xstat = XSTAT_CONT;
   int code = 0;
   bool started = false;
+  const double iter0 = g.iter;
   g.fiter = 0;
   while (g.xstat == XSTAT_CONT) {
     if (g.wfact != WFACT_NO || !g.lu.valid()) {
@@ -504,6 +505,12 @@ int dsimplex(Glp& g) {
       }
       compute_primal(g);
       D.log_trace();
+      // A dual that has run far longer than the size of the model is stalling: the primal
+      // finishes from this basis.
+      if (g.iter - iter0 > 10.0 * (g.m + g.n) && !g.mip_relax) {
+        g.xstat = XSTAT_SWITCH;
+        break;
+      }
     }
     double delta = 0;
     const int p = D.chuzr(&delta);
