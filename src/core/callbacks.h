@@ -13,4 +13,7 @@ int timelapsed(double dTimeLimit, Imodel* model, double tStart, int nLocation, i
 // Returns the host's result, nonzero meaning stop.
 int run_progress_callback(Imodel& m, int nLocation, bool force);
 
+// Clears a pending Ctrl-C (QZresetctrlc).
+void reset_ctrlc();
+
 }  // namespace zento

@@ -221,4 +221,7 @@ struct Imodel {
   // The most recent file error: line number and text.
   int fileErrorLine = 0;
   std::string fileErrorText;
+
+  // Parameter values of the reference model of QZsetParModel, by registry row; empty if none.
+  std::vector<double> parRefValues;
 };
