@@ -44,9 +44,6 @@ struct SolverParams {
   int solver_concurrent_optmode = 0;
   int solver_method = 0;
 
-  // Analysis and output
-  int fmt_issql = 0;
-
   // Barrier
   int ipm_num_threads = 1;
 };
@@ -443,6 +440,7 @@ struct IISParams {
   int iis_use_gop = 0;
   int iis_num_threads = 1;
   int iis_getmode = 0;
+  int fmt_issql = 0;
 
   int in_iis = 0;  // not a parameter: nested-call marker
 };
