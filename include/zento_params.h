@@ -22,6 +22,7 @@
 /* Buffer sizes that always hold a macro name or a description. */
 #define QZ_MAX_PARAM_NAME_LENGTH 64
 #define QZ_MAX_PARAM_DESC_LENGTH 1024
+#define QZ_MAX_PARAM_STRING_LENGTH 256
 
 /* Default name of a parameter file. */
 #define QZ_PARAM_FILE_NAME "zento.par"
@@ -518,7 +519,7 @@ extern "C" {
 /* ---- Typed and untyped get and set ----
  * The typed entries ignore an identifier of another type (or an unknown one) and return 0.
  * The untyped entries take a pointer to an int, a double or, for string parameters, a char
- * array, as the parameter's type says. Stochastic identifiers (6600 and up) are passed on to
+ * array (of QZ_MAX_PARAM_STRING_LENGTH characters when reading), as the parameter's type says. Stochastic identifiers (6600 and up) are passed on to
  * the stochastic entries. */
 QZ_API int QZsetModelIntParameter(QZmodel model, int nParameter, int nValue);
 QZ_API int QZsetModelDouParameter(QZmodel model, int nParameter, double dValue);

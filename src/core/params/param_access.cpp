@@ -1,8 +1,6 @@
 // The one set path and the one get path of parameters, with their checks and side effects.
 #include "core/params/param_access.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <cctype>
 #include <climits>

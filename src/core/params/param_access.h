@@ -28,7 +28,7 @@ struct ParTarget {
 inline bool is_stoc_param(int id) { return id >= 6600 && id < 6700; }
 
 // Longest value of a string parameter, in characters.
-inline constexpr int kParStringMax = 255;
+inline constexpr int kParStringMax = QZ_MAX_PARAM_STRING_LENGTH - 1;
 
 // Untyped access: `pv` points at an int, a double or a zero-terminated string, as the row's
 // type says. `stocEntry` tells the stochastic entries from the plain ones: the stochastic

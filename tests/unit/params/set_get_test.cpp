@@ -7,6 +7,7 @@
 #include "core/model.h"
 #include "core/params/param_access.h"
 #include "param_test_util.h"
+#include "zento_fortran.h"
 
 namespace zento::test {
 namespace {
@@ -329,6 +330,25 @@ TEST_F(SetGet, KeywordSearchWalksTheRegistry) {
   start = 0;
   ASSERT_EQ(QZsearchParamHasKeyword(env, "lp_scale", &start, &id), 0);
   EXPECT_EQ(id, QZ_IPARAM_LP_SCALE);
+}
+
+TEST_F(SetGet, FortranTwinsPassEverythingByReference) {
+  int id = QZ_IPARAM_MIP_PRINTLEVEL, iv = 6, out = 0, n = 0, type = 0;
+  ASSERT_EQ(qzsetmodelintparameter_(&model, &id, &iv), 0);
+  ASSERT_EQ(qzgetmodelintparameter_(&model, &id, &out), 0);
+  EXPECT_EQ(out, 6);
+  int did = QZ_DPARAM_MIP_INTTOL;
+  double dv = 1e-8, dout = 0;
+  ASSERT_EQ(qzsetenvdouparameter_(&env, &did, &dv), 0);
+  ASSERT_EQ(qzgetenvparameter_(&env, &did, &dout), 0);
+  EXPECT_EQ(dout, 1e-8);
+  ASSERT_EQ(qzgetparamcount_(&env, &n), 0);
+  EXPECT_EQ(n, 454);
+  char name[QZ_MAX_PARAM_NAME_LENGTH];
+  ASSERT_EQ(qzgetparammacroname_(&env, &id, name), 0);
+  EXPECT_STREQ(name, "QZ_IPARAM_MIP_PRINTLEVEL");
+  ASSERT_EQ(qzgetparammacroid_(&env, "qz_dparam_mip_inttol", &type, &n), 0);
+  EXPECT_EQ(n, QZ_DPARAM_MIP_INTTOL);
 }
 
 }  // namespace
