@@ -126,6 +126,20 @@ QZ_API int qzwriteenvparameter_(QZenv* env, const char* pszFname);
 QZ_API int qzgetparamcount_(QZenv* env, int* pnCount);
 QZ_API int qzgetparammacroname_(QZenv* env, int* nParameter, char* szName);
 QZ_API int qzgetparammacroid_(QZenv* env, const char* szName, int* pnType, int* pnId);
+/* Information, messages and callbacks. */
+QZ_API int qzgetinfo_(QZmodel* model, int* nQuery, void* pvResult);
+QZ_API int qzgetcallbackinfo_(QZmodel* model, int* nLocation, int* nQuery, void* pvResult);
+QZ_API int qzgetmipcallbackinfo_(QZmodel* model, int* nQuery, void* pvResult);
+QZ_API int qzgetprogressinfo_(QZmodel* model, int* nLocation, int* nQuery, void* pvResult);
+QZ_API int qzgetformattedinfo_(QZmodel* model, const char* szFormatFile, char* szHeader, char* szData, int* nSelector);
+QZ_API int qzgeterrormessage_(QZenv* env, int* nErrorCode, char* pszMessage);
+QZ_API int qzgetfileerror_(QZmodel* model, int* pnLinenum, char* pszLinetxt);
+QZ_API int qzgeterrorrowindex_(QZmodel* model, int* piRow);
+QZ_API int qzsetcallback_(QZmodel* model, QZcallback_t pfFunc, void* pvData);
+QZ_API int qzsetmipcallback_(QZmodel* model, QZmipCallback_t pfFunc, void* pvData);
+QZ_API int qzsetgopcallback_(QZmodel* model, QZgopCallback_t pfFunc, void* pvData);
+QZ_API int qzsetmodellogfunc_(QZmodel* model, QZlogFunc_t pfFunc, void* pvData);
+QZ_API int qzsetenvlogfunc_(QZenv* env, QZenvLogFunc_t pfFunc, void* pvData);
 #ifdef __cplusplus
 }
 #endif

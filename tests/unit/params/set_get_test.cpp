@@ -285,6 +285,8 @@ TEST_F(SetGet, RangesAndRegistryQueries) {
   char buf[QZ_MAX_PARAM_NAME_LENGTH];
   EXPECT_EQ(QZgetParamMacroName(env, 31337, buf), QZERR_BAD_PARAM_ID);
   EXPECT_EQ(QZgetDataType(model, 31337), -1);
+  EXPECT_EQ(QZgetDataType(model, QZ_DINFO_POBJ), QZ_DOUBLE_PARAMETER_TYPE);
+  EXPECT_EQ(QZgetDataType(model, QZ_IINFO_METHOD), QZ_INT_PARAMETER_TYPE);
   EXPECT_EQ(QZgetDataType(nullptr, QZ_DPARAM_MIP_INTTOL), QZ_DOUBLE_PARAMETER_TYPE);
 }
 
