@@ -34,7 +34,7 @@ int clamp_to_int(double v) {
   return static_cast<int>(v);
 }
 
-// A printf format that takes exactly one integer argument: "%d", "S%04d" and the like.
+// A C format that takes exactly one integer argument: "%d", "S%04d" and the like.
 bool is_one_int_format(const char* s) {
   int conversions = 0;
   for (const char* p = s; *p != '\0'; ++p) {
