@@ -224,6 +224,9 @@ struct Imodel {
   int fileErrorLine = 0;
   std::string fileErrorText;
 
+  // Parameter values of the reference model of QZsetParModel, by registry row; empty if none.
+  std::vector<double> parRefValues;
+
   // What a running solver reports to callbacks, and the latched stop of a search.
   zento::RunState run;
   // Timers and counters; shared with working copies hooked to this model.
