@@ -26,6 +26,9 @@ int bnp_timelapsed(double dTimeLimit, Imodel* model, double tStart, int nLocatio
 // Ctrl-C.
 int run_progress_callback(Imodel& m, int nLocation, bool force);
 
+// Clears a pending Ctrl-C (QZresetctrlc).
+void reset_ctrlc();
+
 // The code a solver returns for a checkpoint result.
 inline int checkpoint_code(int r) {
   return r < 0 ? QZERR_USER_INTERRUPT : (r > 0 ? QZERR_TIME_LIMIT : 0);

@@ -243,6 +243,9 @@ struct Imodel {
 
   zento::FileInfo fileInfo;
   zento::BlockStructure blocks;
+  // Parameter values of the reference model of QZsetParModel, by registry row; empty if none.
+  std::vector<double> parRefValues;
+
   // What a running solver reports to callbacks, and the latched stop of a search.
   zento::RunState run;
   // Timers and counters; shared with working copies hooked to this model.
