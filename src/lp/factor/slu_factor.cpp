@@ -294,7 +294,10 @@ bool Slu::pivot_general(int r, int c) {
   return true;
 }
 
-// Markowitz search over the smallest count buckets, rows first, at most num_candits lines.
+// Markowitz search over the smallest count buckets, rows first, until num_candits lines with an
+// acceptable entry were seen. A column none of whose entries passes the threshold leaves its
+// bucket until its count changes, so failing columns are not scanned again and again (rows
+// always hold an acceptable entry: their largest).
 bool Slu::pick_pivot(int* pr, int* pc) {
   const double u = eps_pivcur_;
   const int ncand = std::max(1, opt_->num_candits);
@@ -315,22 +318,29 @@ bool Slu::pick_pivot(int* pr, int* pc) {
           bc = ii[q];
         }
       }
-      if (br >= 0 && ++searched >= ncand) goto done;
+      if (++searched >= ncand) goto done;
     }
-    for (int c = cb_head_[k]; c >= 0; c = cb_next_[c]) {
+    for (int c = cb_head_[k], next; c >= 0; c = next) {
+      next = cb_next_[c];
       const int* rows = ac_.idx(c);
+      bool acceptable = false;
       for (int q = 0; q < k; ++q) {
         const int i = rows[q];
-        const int64_t merit = km1 * (ur_.len(i) - 1);
-        if (merit >= best) continue;
         const int kk = ur_.find(i, c);
-        if (std::fabs(ur_.val(i)[kk]) >= u * row_max(i)) {
+        if (std::fabs(ur_.val(i)[kk]) < u * row_max(i)) continue;
+        acceptable = true;
+        const int64_t merit = km1 * (ur_.len(i) - 1);
+        if (merit < best) {
           best = merit;
           br = i;
           bc = c;
         }
       }
-      if (br >= 0 && ++searched >= ncand) goto done;
+      if (!acceptable) {
+        col_bucket_take(c);
+        continue;
+      }
+      if (++searched >= ncand) goto done;
     }
   }
 done:

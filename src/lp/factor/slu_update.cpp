@@ -9,6 +9,9 @@ namespace zento::lu {
 namespace {
 // Entries of an updated U row or spike below this are dropped.
 constexpr double kTiny = 1e-14;
+// A row eta multiplier beyond this magnifies rounding errors of U into the solves: the update
+// is refused and the caller refactorizes the new basis instead.
+constexpr double kEtaMax = 1e6;
 // Agreement demanded between the new diagonal and the simplex pivot times the old diagonal.
 constexpr double kPivAgree = 1e-6;
 
@@ -111,6 +114,7 @@ int Slu::ft_update(int slot, double pivcoe) {
     }
   }
   double d = s.x[rp];
+  double emax = 0.0;
   const int eta_begin = static_cast<int>(r_idx_.size());
   while (!heap_.empty()) {
     std::pop_heap(heap_.begin(), heap_.end(), later);
@@ -121,6 +125,7 @@ int Slu::ft_update(int slot, double pivcoe) {
     const double eta = xj * dinv_[j];
     w.x[j] = 0.0;
     d -= eta * s.x[j];
+    emax = std::max(emax, std::fabs(eta));
     r_idx_.push_back(j);
     r_val_.push_back(eta);
     const int* ii = ur_.idx(j);
@@ -138,7 +143,8 @@ int Slu::ft_update(int slot, double pivcoe) {
     }
   }
   const double expected = pivcoe * diag_[rp];
-  if (std::fabs(d) <= opt_->eps_diag || (pivcoe != 0.0 && pivots_disagree(d, expected))) {
+  if (std::fabs(d) <= opt_->eps_diag || emax > kEtaMax ||
+      (pivcoe != 0.0 && pivots_disagree(d, expected))) {
     r_idx_.resize(eta_begin);
     r_val_.resize(eta_begin);
     w.clear_listed();

@@ -45,6 +45,7 @@ const char* shape_name(Shape s) {
     case Shape::kBlock: return "block";
     case Shape::kNearTriangular: return "neartri";
     case Shape::kDenseKernel: return "densekernel";
+    case Shape::kHyperSparse: return "hypersparse";
   }
   return "?";
 }
@@ -123,6 +124,10 @@ ColMatrix random_matrix(int m, Shape shape, int extra, std::mt19937& rng) {
           if (i < m) c[rp[i]] += 0.3 * rand_val(rng);
         }
         if (u01(rng) < 0.05) c[row(rng)] += rand_val(rng);
+        break;
+      case Shape::kHyperSparse:
+        c[rp[j]] = 4.0 * rand_val(rng);
+        if (u01(rng) < 0.15) c[row(rng)] += rand_val(rng);
         break;
       case Shape::kDenseKernel:
         c[rp[j]] = 20.0 * rand_val(rng);
@@ -334,7 +339,7 @@ int random_replace(LuFactor& lu, const ColMatrix& a, std::vector<int>& rbas, int
   if (amax == 0.0) return -1;
   std::vector<int> cand;
   for (int s = 0; s < m; ++s)
-    if (std::fabs(al[s]) >= 0.1 * amax) cand.push_back(s);
+    if (std::fabs(al[s]) >= 0.5 * amax) cand.push_back(s);
   std::uniform_int_distribution<int> pick(0, static_cast<int>(cand.size()) - 1);
   const int s = cand[pick(rng)];
   *st = QZI_lu_update(lu, s, al[s], 0);

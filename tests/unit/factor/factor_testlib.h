@@ -26,7 +26,17 @@ struct ColMatrix {
   double dot(int var, const std::vector<double>& y) const;
 };
 
-enum class Shape { kSlackMix, kRandomDiag, kBanded, kBlock, kNearTriangular, kDenseKernel };
+// kHyperSparse: mostly unit columns and a few short structurals, the shape of LP bases whose
+// solves stay hyper-sparse.
+enum class Shape {
+  kSlackMix,
+  kRandomDiag,
+  kBanded,
+  kBlock,
+  kNearTriangular,
+  kDenseKernel,
+  kHyperSparse
+};
 const char* shape_name(Shape s);
 inline constexpr Shape kAllShapes[] = {Shape::kSlackMix,  Shape::kRandomDiag,
                                        Shape::kBanded,    Shape::kBlock,
@@ -41,7 +51,7 @@ std::vector<int> first_m_basis(const ColMatrix& a);
 bool load_mps_matrix(const std::string& path, ColMatrix* a);
 
 // Slack basis with structurals pivoted in by a triangular crash, then `npivots` random pivots
-// that keep the basis well conditioned (|alpha_s| >= 0.1 max |alpha|), chosen with engine SLU.
+// that keep the basis well conditioned (|alpha_s| >= 0.5 max |alpha|), chosen with engine SLU.
 std::vector<int> crash_basis(const ColMatrix& a, int npivots, std::mt19937& rng);
 
 // max_i |(B x - b)_i| / max(1, max |b|) for x by slot, b by row.
