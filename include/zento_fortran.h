@@ -106,6 +106,40 @@ QZ_API int qzgetobjective_(QZmodel* model, double* pdObj);
 QZ_API int qzgetmipobjective_(QZmodel* model, double* pdObj);
 QZ_API int qzgetsolution_(QZmodel* model, int* nWhich, double* padValues);
 QZ_API int qzgetsolution2_(QZmodel* model, int* nSolType, double* padPrimal, double* padDual, double* padSlacks, double* padRedcosts);
+/* Parameters. */
+QZ_API int qzsetmodelintparameter_(QZmodel* model, int* nParameter, int* nValue);
+QZ_API int qzsetmodeldouparameter_(QZmodel* model, int* nParameter, double* dValue);
+QZ_API int qzgetmodelintparameter_(QZmodel* model, int* nParameter, int* pnValue);
+QZ_API int qzgetmodeldouparameter_(QZmodel* model, int* nParameter, double* pdValue);
+QZ_API int qzsetenvintparameter_(QZenv* env, int* nParameter, int* nValue);
+QZ_API int qzsetenvdouparameter_(QZenv* env, int* nParameter, double* dValue);
+QZ_API int qzgetenvintparameter_(QZenv* env, int* nParameter, int* pnValue);
+QZ_API int qzgetenvdouparameter_(QZenv* env, int* nParameter, double* pdValue);
+QZ_API int qzsetmodelparameter_(QZmodel* model, int* nParameter, void* pvValue);
+QZ_API int qzgetmodelparameter_(QZmodel* model, int* nParameter, void* pvValue);
+QZ_API int qzsetenvparameter_(QZenv* env, int* nParameter, void* pvValue);
+QZ_API int qzgetenvparameter_(QZenv* env, int* nParameter, void* pvValue);
+QZ_API int qzreadmodelparameter_(QZmodel* model, const char* pszFname);
+QZ_API int qzwritemodelparameter_(QZmodel* model, const char* pszFname);
+QZ_API int qzreadenvparameter_(QZenv* env, const char* pszFname);
+QZ_API int qzwriteenvparameter_(QZenv* env, const char* pszFname);
+QZ_API int qzgetparamcount_(QZenv* env, int* pnCount);
+QZ_API int qzgetparammacroname_(QZenv* env, int* nParameter, char* szName);
+QZ_API int qzgetparammacroid_(QZenv* env, const char* szName, int* pnType, int* pnId);
+/* Information, messages and callbacks. */
+QZ_API int qzgetinfo_(QZmodel* model, int* nQuery, void* pvResult);
+QZ_API int qzgetcallbackinfo_(QZmodel* model, int* nLocation, int* nQuery, void* pvResult);
+QZ_API int qzgetmipcallbackinfo_(QZmodel* model, int* nQuery, void* pvResult);
+QZ_API int qzgetprogressinfo_(QZmodel* model, int* nLocation, int* nQuery, void* pvResult);
+QZ_API int qzgetformattedinfo_(QZmodel* model, const char* szFormatFile, char* szHeader, char* szData, int* nSelector);
+QZ_API int qzgeterrormessage_(QZenv* env, int* nErrorCode, char* pszMessage);
+QZ_API int qzgetfileerror_(QZmodel* model, int* pnLinenum, char* pszLinetxt);
+QZ_API int qzgeterrorrowindex_(QZmodel* model, int* piRow);
+QZ_API int qzsetcallback_(QZmodel* model, QZcallback_t pfFunc, void* pvData);
+QZ_API int qzsetmipcallback_(QZmodel* model, QZmipCallback_t pfFunc, void* pvData);
+QZ_API int qzsetgopcallback_(QZmodel* model, QZgopCallback_t pfFunc, void* pvData);
+QZ_API int qzsetmodellogfunc_(QZmodel* model, QZlogFunc_t pfFunc, void* pvData);
+QZ_API int qzsetenvlogfunc_(QZenv* env, QZenvLogFunc_t pfFunc, void* pvData);
 #ifdef __cplusplus
 }
 #endif

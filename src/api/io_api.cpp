@@ -42,20 +42,6 @@ int QZwriteDualMPSFile(QZmodel model, const char* pszFname, int nFormat, int nOb
   return QZERR_NOT_SUPPORTED;
 }
 
-int QZgetFileError(QZmodel model, int* pnLinenum, char* pszLinetxt) {
-  if (pszLinetxt) pszLinetxt[0] = '\0';
-  if (pnLinenum) *pnLinenum = 0;
-  if (model == nullptr) return 0;
-  if (pnLinenum) *pnLinenum = model->fileErrorLine;
-  if (pszLinetxt) {
-    const std::string& t = model->fileErrorText;
-    const size_t n = std::min<size_t>(t.size(), 256);
-    std::memcpy(pszLinetxt, t.data(), n);
-    pszLinetxt[n] = '\0';
-  }
-  return 0;
-}
-
 int QZwriteBasis(QZmodel model, const char* pszFname, int nFormat) {
   if (int rc = check_name(model, pszFname)) return rc;
   QZ_GUARD({ return io::write_basis(*model, pszFname, nFormat); });
