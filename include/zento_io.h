@@ -44,9 +44,8 @@ QZ_API int QZreadMPSFileFR(QZmodel model, const char* pszFname, int nFormat, int
                            int nKeepFreeRows);
 QZ_API int QZwriteMPSFile(QZmodel model, const char* pszFname, int nFormat);
 QZ_API int QZwriteDualMPSFile(QZmodel model, const char* pszFname, int nFormat, int nObjSense);
-/* Line number (from 1) and text of the line a failed read stopped at; 0 and "" otherwise.
-   The text holds at most 256 bytes plus the terminator. */
-QZ_API int QZgetFileError(QZmodel model, int* pnLinenum, char* pszLinetxt);
+/* After a failed read, QZgetFileError (zento_info.h) gives the line number (from 1) and the
+   text of the line the read stopped at. */
 
 QZ_API int QZwriteBasis(QZmodel model, const char* pszFname, int nFormat);
 QZ_API int QZreadBasis(QZmodel model, const char* pszFname, int nFormat);

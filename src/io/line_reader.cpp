@@ -7,17 +7,26 @@ namespace zento::io {
 
 namespace {
 constexpr size_t kBlockBytes = 0x280000;
+// Small files are read through a small first block; the full block comes with the first file
+// that fills it.
+constexpr size_t kFirstBlockBytes = 0x10000;
 }
 
 LineReader::LineReader(Stream* s, const char* commentChars) : s_(s), comment_(commentChars) {}
 
 bool LineReader::fill() {
   if (eof_) return false;
-  if (buf_.empty()) buf_.resize(kBlockBytes + 1);
+  if (buf_.empty()) buf_.resize(kFirstBlockBytes + 1);
+  size_t cap = buf_.size() - 1;
   pos_ = 0;
-  fill_ = qzs_fread(buf_.data(), 1, kBlockBytes, s_);
+  fill_ = qzs_fread(buf_.data(), 1, cap, s_);
+  if (fill_ == cap && cap < kBlockBytes) {
+    buf_.resize(kBlockBytes + 1);
+    cap = kBlockBytes;
+    fill_ += qzs_fread(buf_.data() + fill_, 1, cap - fill_, s_);
+  }
   if (qzs_ioerr(s_)) readFailed_ = true;
-  if (fill_ < kBlockBytes) eof_ = true;
+  if (fill_ < cap) eof_ = true;
   return fill_ > 0;
 }
 

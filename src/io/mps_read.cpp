@@ -297,7 +297,11 @@ int read_mps_file(Imodel& m, const char* pszFname, int nFormat, int nObjIndex,
   StreamPtr s(qzs_fopen(m.env, pszFname, "r"));
   if (!s) return QZERR_CANNOT_OPEN_FILE;
   const int rc = read_mps_stream(m, s.get(), nFormat, nObjIndex, nKeepFreeRows, pszFname);
-  if (rc == 0) QZbreakPathName(pszFname, m.fileInfo.dir, m.fileInfo.stem, m.fileInfo.ext);
+  if (rc == 0) {
+    QZbreakPathName(pszFname, m.fileInfo.dir, m.fileInfo.stem, m.fileInfo.ext);
+    m.modelFileName = pszFname;
+    m.modelSource = "MPS";
+  }
   return rc;
 }
 

@@ -134,7 +134,7 @@ size_t qzs_fread(void* buf, size_t size, size_t count, Stream* s) {
       break;
     case Kind::kMemory: {
       got = std::min(want, s->mem.size() - s->memPos);
-      std::memcpy(buf, s->mem.data() + s->memPos, got);
+      if (got > 0) std::memcpy(buf, s->mem.data() + s->memPos, got);
       s->memPos += got;
       break;
     }

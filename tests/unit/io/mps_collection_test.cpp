@@ -39,7 +39,8 @@ TEST_P(Collection, ReadsWithManifestSizes) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Data, Collection,
-                         ::testing::Values("netlib", "miplib3", "miplib2017", "examples"));
+                         ::testing::Values("netlib", "netlib_infeasible", "miplib3", "miplib2017",
+                                           "examples"));
 
 TEST(CollectionQuirks, ObjectiveRowRightHandSideIsAConstant) {
   Env env;

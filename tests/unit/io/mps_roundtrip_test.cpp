@@ -52,7 +52,8 @@ TEST_P(RoundTrip, WritesAndReadsBackValueForValue) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Data, RoundTrip,
-                         ::testing::Values("netlib", "miplib3", "miplib2017", "examples"));
+                         ::testing::Values("netlib", "netlib_infeasible", "miplib3", "miplib2017",
+                                           "examples"));
 
 }  // namespace
 }  // namespace zento::test
