@@ -20,9 +20,12 @@ struct LpData {
   std::vector<int> beg, rows;
   std::vector<double> vals;
   double opt = 0;           // planted optimum (user sense)
+  bool has_opt = true;      // false: no known optimum, the certificate alone decides
   int expect = QZ_STATUS_BASIC_OPTIMAL;
 
   int load(QZmodel model) const;
+  // Reads the data of a loaded linear model (no optimum known).
+  static LpData from_model(QZmodel model);
   // Fixed-format MPS text of the model (for the peers).
   std::string to_mps(const std::string& name) const;
 };
