@@ -634,6 +634,11 @@ int psimplex(Glp& g) {
     if (q < 0) {
       if (!g.lu.fresh()) {
         request_fact(g, g.npinf > 0 ? WFACT_CHKFSB : WFACT_CHKOPT);
+      } else if (g.nrej > 0 && g.npinf > 0 && !P.feas_mode) {
+        // Only columns along which the objective falls without limit remain, while rows are
+        // infeasible: that proves nothing. Decide feasibility with the costs taken out.
+        g.nrej = 0;
+        P.no_candidate_fresh();
       } else if (g.nrej > 0) {
         // Only columns with tiny pivots remain attractive.
         g.nrej = 0;
