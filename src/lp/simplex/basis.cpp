@@ -39,6 +39,7 @@ void QZI_spx_set_biden(Glp& g) {
   }
   (void)N;
   g.crash = 1;
+  g.norms_valid = false;
   g.lu.invalidate();
 }
 
@@ -75,6 +76,7 @@ void qzi_restore_bas(Glp& g, const BasSnap& s) {
     else
       g.cbas[j] = fit_state(g, j, g.cbas[j]);
   }
+  g.norms_valid = false;
   g.lu.invalidate();
   g.wfact = WFACT_REFACT;
   g.fiter = 0;
@@ -248,6 +250,7 @@ int qzi_load_basis(Glp& g, const int* cstat, const int* rstat) {
   }
   g.crash = 0;
   g.crcflag = 1;
+  g.norms_valid = false;
   g.lu.invalidate();
   g.wfact = WFACT_INIT;
   g.fiter = 0;

@@ -92,19 +92,21 @@ struct Dual {
     return flipped ? -1 - left : left;
   }
 
+  // Row weights. Weights of the same basis under the same rule are kept from the last run;
+  // a warm start without them takes unit weights rather than m solves.
   void init_norms() {
+    if (g.norms_valid && g.norms_mode == g.dpricemode) return;
     std::fill(g.dual_norm.begin(), g.dual_norm.end(), 1.0);
-    if (g.dpricemode != 1 || g.crash) {
-      g.norms_valid = true;
+    g.norms_valid = true;
+    g.norms_mode = g.dpricemode;
+    if (g.dpricemode != 1 || g.crash) return;
+    if (g.gflags & kGflagWarm) {
+      if (spx_log_on(g, 3)) QZlogmod(g.model, 1, "\nSetting dual norms to unity for reopt...");
       return;
     }
     if (spx_log_on(g, 3)) QZlogmod(g.model, 1, "\nInitializing dual norms...");
     SVec& r = g.rho;
     for (int p = 0; p < g.m; ++p) {
-      if (g.cbas[g.rbas[p]] >= 0 && g.rbas[p] >= g.n && g.acols.count(g.rbas[p]) == 1) {
-        // A logical basic in its own row with no other coupling gives a unit norm only when
-        // the factor maps it alone; compute exactly regardless.
-      }
       r.set_unit(p, 1.0);
       g.lu.btran(r);
       double s = 0;
@@ -112,7 +114,6 @@ struct Dual {
       g.dual_norm[p] = std::max(s, 1e-8);
     }
     r.clear();
-    g.norms_valid = true;
   }
 
   // Leaving row by the pricing rule; -1 when the basis is primal feasible.
@@ -202,6 +203,49 @@ struct Dual {
     *step = cands[pick].ratio;
     g.nflip_d = static_cast<int>(flips.size()) + 1;
     return cands[pick].j;
+  }
+
+  // Lagrangian bound of the true costs at y = B^-T c_B: valid for any basis, primal feasible
+  // or not, and whatever shifts the method holds. Wrong-signed reduced costs within the
+  // optimality tolerance on an infinite side count as zero; beyond it there is no bound.
+  bool lagrangian_bound(double* out) {
+    SVec& y = g.wvec2;
+    y.clear();
+    for (int p = 0; p < g.m; ++p) y.val[p] = g.cost[g.rbas[p]];
+    y.n = -1;
+    y.pack(0.0);
+    g.lu.btran(y);
+    double L = 0;
+    for (int i = 0; i < g.m; ++i) L += g.rhs[i] * y.val[i];
+    const int N = g.n + g.m;
+    const double t = dtol();
+    bool ok = true;
+    for (int j = 0; j < N && ok; ++j) {
+      if (g.cbas[j] >= 0) continue;
+      const double d = g.cost[j] - col_dot(g, j, y.val);
+      if (d == 0.0) continue;
+      const double bnd = d > 0 ? g.lb[j] : g.ub[j];
+      if (std::fabs(bnd) >= g.infinity) {
+        if (std::fabs(d) > t) ok = false;
+        continue;
+      }
+      L += d * bnd;
+    }
+    y.clear();
+    *out = L;
+    return ok;
+  }
+
+  // Whether the bound has passed the cutoff (both in the user's sense).
+  bool cutoff_reached() {
+    double L = 0;
+    if (!lagrangian_bound(&L)) return false;
+    const double z = L / g.oscal + g.objconst;
+    const double cut = g.cutoff * g.objsense;
+    if (!(z > cut + 1e-9 * (1 + std::fabs(cut)))) return false;
+    g.cutoff_bound = z * g.objsense;
+    if (spx_log_on(g, 2)) QZlogmod(g.model, 1, "\nWarning: stopping at cutoff obj=%e ", z * g.objsense);
+    return true;
   }
 
   double objective() const {
@@ -482,7 +526,6 @@ int dsimplex(Glp& g) {
         break;
       }
       g.fiter = 0;
-      g.norms_valid = g.norms_valid && g.wfact != WFACT_INIT;
     }
     if (g.fiter == 0) {
       D.recompute_duals();
@@ -505,6 +548,10 @@ int dsimplex(Glp& g) {
       }
       compute_primal(g);
       D.log_trace();
+      if (!D.phase1 && g.use_cutoff && g.lu.fresh() && D.cutoff_reached()) {
+        g.xstat = XSTAT_CUTOFF;
+        break;
+      }
       // A dual that has run far longer than the size of the model is stalling: the primal
       // finishes from this basis.
       if (g.iter - iter0 > 10.0 * (g.m + g.n) && !g.mip_relax) {
@@ -559,17 +606,8 @@ int dsimplex(Glp& g) {
           break;
         }
       }
-      g.xstat = XSTAT_OPT;
+      g.xstat = g.use_cutoff && D.cutoff_reached() ? XSTAT_CUTOFF : XSTAT_OPT;
       break;
-    }
-    if (!D.phase1 && g.use_cutoff && !g.dperturbed && g.lu.fresh()) {
-      const double z = (D.objective() / g.oscal + g.objconst);
-      const double cut = g.cutoff * g.objsense;
-      if (z > cut + 1e-9 * (1 + std::fabs(cut))) {
-        if (spx_log_on(g, 2)) QZlogmod(g.model, 1, "\nWarning: stopping at cutoff obj=%e ", z * g.objsense);
-        g.xstat = XSTAT_CUTOFF;
-        break;
-      }
     }
     D.iterate(p, delta);
     if (g.xstat == XSTAT_INF && g.dperturbed) {

@@ -186,6 +186,7 @@ struct Glp {
   int dratio = 1, dphase_param = 0;
   bool use_cutoff = false;
   double cutoff = -1e30;
+  double cutoff_bound = 0;  // the bound that passed the cutoff (user's sense)
   bool mip_relax = false;
   int oldbas_restores = 0;
   int rowrej_timer = 0;
@@ -242,7 +243,8 @@ struct Glp {
   int dmark_npinf = 0, dmark_pmin = 0;
   double dmark_iter = 0;
   int dmark_degen = 0;
-  bool norms_valid = false;
+  bool norms_valid = false;  // dual_norm belongs to the current basis
+  int norms_mode = -1;       // the pricing rule they were made for
   std::vector<char> rowrej;
   std::vector<double> aux_lb, aux_ub;  // bounds of the dual phase-1 problem
   double mean_colcnt = 0;

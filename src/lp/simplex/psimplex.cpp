@@ -535,6 +535,7 @@ struct Primal {
 int plpini(Glp& g, Primal& P) {
   g.itype = 'P';
   g.pord = 0;
+  g.norms_valid = false;  // the primal moves the basis without the dual's weights
   g.pcand = 10;
   g.fiter = 0;
   g.xray = -1;

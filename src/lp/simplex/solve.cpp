@@ -129,7 +129,9 @@ void putsolution(Glp& g, Imodel& model, Sol& s) {
     const double d = dj[j];
     double v = 0;
     const int st = g.cbas[j];
+    const bool boxed = g.lb[j] > -g.infinity && g.ub[j] < g.infinity;
     if (st >= 0) v = std::fabs(d);
+    else if (g.xstat == XSTAT_CUTOFF && boxed) v = 0;  // it may sit at either bound of a bound
     else if (st == kAtLower) v = -d;
     else if (st == kAtUpper) v = d;
     else if (st == kFree) v = std::fabs(d);
@@ -213,6 +215,7 @@ int qzi_spx_install_sol(Glp& g, Imodel& model) {
       return QZERR_USER_INTERRUPT;
     case XSTAT_CUTOFF:
       s.model_status = s.primalStatus = s.dualStatus = QZ_STATUS_CUTOFF;
+      s.pobj = s.dobj = g.cutoff_bound;
       return 0;
     default:
       QZlogmod(&model, 1, "\nWarning: Unexpected LP status %d in %s", xs, "qzi_spx_install_sol");
