@@ -581,6 +581,7 @@ int dsimplex(Glp& g) {
         g.fiter = 0;
         compute_primal(g);
         if (g.umode & 8) D.pre_perturb();
+        g.norms_valid = false;
         D.init_norms();
         continue;
       }
