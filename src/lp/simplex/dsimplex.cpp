@@ -145,6 +145,14 @@ struct Dual {
     return best;
   }
 
+  // Count and sum of the primal infeasibilities, for the progress test and the trace.
+  void chuzr_counts() {
+    double d = 0;
+    const bool saved = g.rowrej.empty();
+    (void)saved;
+    chuzr(&d);
+  }
+
   // Long-step ratio test on the pivot row; returns the entering column or -1, with the
   // columns to flip in `flips`.
   int ratio_test(double delta, int s, double* step) {
@@ -428,7 +436,10 @@ struct Dual {
     if (spx_log_on(g, 2)) QZlogmod(g.model, 1, "\nPhase 2 started:");
   }
 
-  void pre_perturb() {
+  // Cost perturbation of the dual-degenerate nonbasic columns (reduced cost within the
+  // tolerance): each moves into its feasible side by an amount that grows with its cost and a
+  // random factor, so that ties in the ratio test break. `boost` scales a repeated one.
+  void dperturb(int reason, double boost) {
     const int N = g.n + g.m;
     double p = 1e300;
     for (int j = 0; j < N; ++j) {
@@ -439,21 +450,51 @@ struct Dual {
     p = std::clamp(p, 0.0005, 0.05);
     int cnt = 0;
     for (int j = 0; j < N; ++j) {
-      const int s = g.cbas[j];
-      if (s >= 0 || s == kFixed || s == kFree) continue;
+      const int st = g.cbas[j];
+      if (st >= 0 || st == kFixed || st == kFree) continue;
       if (std::fabs(g.rdc[j]) >= g.ceps) continue;
       const int R = g.irand(N);
-      const double amt = (std::fabs(g.cost[j]) * p + p) * p * (static_cast<double>(R + N) / N) * 1e-3 + g.ceps;
-      const double v = s == kAtLower ? amt : -amt;
-      g.rdcshift[j] += v;
-      g.rdc[j] += v;
+      const double amt =
+          ((std::fabs(g.cost[j]) * p + p) * p * (static_cast<double>(R + N) / N) + g.ceps) * boost;
+      const double target = st == kAtLower ? amt : -amt;
+      g.rdcshift[j] += target - g.rdc[j];
+      g.rdc[j] = target;
       ++cnt;
     }
-    if (cnt > 0) {
-      g.dperturbed = 1;
-      if (spx_log_on(g, 2)) QZlogmod(g.model, 1, "\nDual pre-perturbation...");
+    if (cnt == 0) return;
+    if (spx_log_on(g, 2)) {
+      static const char* const kWhy[] = {"Dual pre-perturbation...",
+                                         "Starting dual perturbation due to degeneracy...",
+                                         "Starting dual perturbation due to stalling..."};
+      QZlogmod(g.model, 1, "\n%s%s (cols=%d, boost=%g)", g.dperturbed ? "Re" : "",
+               kWhy[std::clamp(reason + 1, 0, 2)], cnt, boost);
     }
+    g.dperturbed = 1;
   }
+
+  // Progress at a refactorization on the shifted objective, which the dual never lowers: a run
+  // of refactorizations without a rise means ties are cycling, and the perturbation grows.
+  void check_progress() {
+    double z = 0;
+    const int N = g.n + g.m;
+    for (int j = 0; j < N; ++j) {
+      const double x = g.cbas[j] >= 0 ? g.rhs1[g.cbas[j]] : nbval(g, j);
+      if (x != 0.0) z += (g.cost[j] + g.rdcshift[j]) * x;
+    }
+    if (z > zmark + 1e-9 * (1 + std::fabs(z)) || g.npinf < npinf_mark) {
+      nstall = 0;
+    } else if (++nstall >= 3 && !no_perturb) {
+      nstall = 0;
+      npert = std::min(npert + 1, 4);
+      dperturb(1, std::pow(10.0, npert));
+    }
+    zmark = std::max(zmark, z);
+    npinf_mark = std::min(npinf_mark, g.npinf);
+  }
+
+  int nstall = 0, npert = 0, npinf_mark = 1 << 30;
+  bool no_perturb = false;  // the shifts of phase 1 were taken out once: no new ones there
+  double zmark = -1e300;
 };
 
 int dlpini(Glp& g, Dual& D) {
@@ -537,9 +578,8 @@ int dsimplex(Glp& g) {
           D.enter_phase1();
           D.recompute_duals();
           D.fix_dual_infeasibilities(true);
-        } else if (g.umode & 8) {
-          D.pre_perturb();
         }
+        if (g.umode & 8) D.dperturb(-1, 1.0);
         D.init_norms();
       } else {
         int left = D.fix_dual_infeasibilities(!D.phase1);
@@ -547,6 +587,8 @@ int dsimplex(Glp& g) {
         if (D.phase1 && left > 0) D.fix_dual_infeasibilities(true);
       }
       compute_primal(g);
+      D.chuzr_counts();
+      D.check_progress();
       D.log_trace();
       if (!D.phase1 && g.use_cutoff && g.lu.fresh() && D.cutoff_reached()) {
         g.xstat = XSTAT_CUTOFF;
@@ -566,9 +608,21 @@ int dsimplex(Glp& g) {
         request_fact(g, WFACT_CHKOPT);
         continue;
       }
+      if (D.phase1 && g.dperturbed) {
+        // An optimum of shifted costs decides nothing: the shifts go, every column of the
+        // auxiliary problem is boxed, so flips restore dual feasibility, and phase 1 goes on
+        // with the true costs.
+        std::fill(g.rdcshift.begin(), g.rdcshift.end(), 0.0);
+        g.dperturbed = 0;
+        D.no_perturb = true;
+        D.recompute_duals();
+        D.fix_dual_infeasibilities(false);
+        compute_primal(g);
+        continue;
+      }
       if (D.phase1) {
         // The auxiliary optimum: dual feasible for the true problem unless some non-boxed
-        // column keeps a wrong-signed reduced cost once the shifts are gone.
+        // column keeps a wrong-signed reduced cost.
         std::fill(g.rdcshift.begin(), g.rdcshift.end(), 0.0);
         D.leave_phase1();
         D.recompute_duals();
@@ -580,7 +634,10 @@ int dsimplex(Glp& g) {
         }
         g.fiter = 0;
         compute_primal(g);
-        if (g.umode & 8) D.pre_perturb();
+        if (g.umode & 8) D.dperturb(-1, 1.0);
+        D.no_perturb = false;
+        D.zmark = -1e300;
+        D.npinf_mark = 1 << 30;
         g.norms_valid = false;
         D.init_norms();
         continue;

@@ -278,6 +278,15 @@ int qzi_spx_solve(Glp& g, Imodel& model, int hint) {
     }
     return err;
   }
+  // An optimum that a method other than the dual reached beyond the cutoff is cut off too.
+  if (g.xstat == XSTAT_OPT && g.use_cutoff && g.lu.valid()) {
+    const double z = objective_value(g) / g.oscal + g.objconst;
+    const double cut = g.cutoff * g.objsense;
+    if (z > cut + 1e-9 * (1 + std::fabs(cut))) {
+      g.xstat = XSTAT_CUTOFF;
+      g.cutoff_bound = z * g.objsense;
+    }
+  }
   int err = qzi_spx_install_sol(g, model);
   // Tolerances act in the scaled space; when the unscaled answer misses them, tighten the
   // working tolerance by the gap and go on from the optimal basis.
