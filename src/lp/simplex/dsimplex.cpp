@@ -116,41 +116,116 @@ struct Dual {
     r.clear();
   }
 
-  // Leaving row by the pricing rule; -1 when the basis is primal feasible.
-  int chuzr(double* delta) {
-    int best = -1;
-    double bs = 0;
-    const double t = g.reps;
-    int cnt = 0;
-    double sum = 0;
-    for (int p = 0; p < g.m; ++p) {
-      const int j = g.rbas[p];
-      const double x = g.rhs1[p];
-      double d = 0;
-      if (x < g.lb[j] - t) d = x - g.lb[j];
-      else if (x > g.ub[j] + t) d = x - g.ub[j];
-      else continue;
-      ++cnt;
-      sum += std::fabs(d);
-      if (g.rowrej[p]) continue;
-      const double sc = d * d / (g.dpricemode == 0 ? 1.0 : g.dual_norm[p]);
-      if (sc > bs) {
-        bs = sc;
+  // Primal infeasibility, kept row by row as the values move: the signed violation of each
+  // row and the list of violated rows, so that the choice of the leaving row never scans the
+  // feasible ones.
+  std::vector<double> pdelta;
+  std::vector<int> inlist, inpos;
+  // Sorted candidate list: the best rows of the list at its last build, plus rows that turned
+  // infeasible since; rebuilt after a share of its size in picks.
+  std::vector<int> cand, fresh;
+  int cand_picks = 0;
+  bool cand_valid = false;
+
+  void set_row(int p) {
+    const int j = g.rbas[p];
+    const double x = g.rhs1[p], t = g.reps;
+    double d = 0;
+    if (x < g.lb[j] - t) d = x - g.lb[j];
+    else if (x > g.ub[j] + t) d = x - g.ub[j];
+    pdelta[p] = d;
+    if (d != 0) {
+      if (inpos[p] < 0) {
+        inpos[p] = static_cast<int>(inlist.size());
+        inlist.push_back(p);
+        fresh.push_back(p);
+      }
+    } else if (inpos[p] >= 0) {
+      const int k = inpos[p], last = inlist.back();
+      inlist[k] = last;
+      inpos[last] = k;
+      inlist.pop_back();
+      inpos[p] = -1;
+    }
+  }
+
+  void rebuild_infeas() {
+    pdelta.assign(g.m, 0.0);
+    inpos.assign(g.m, -1);
+    inlist.clear();
+    fresh.clear();
+    for (int p = 0; p < g.m; ++p) set_row(p);
+    cand_valid = false;
+  }
+
+  // Values of the basic variables afresh, and the infeasibility list with them.
+  void primal() {
+    compute_primal(g);
+    rebuild_infeas();
+  }
+
+  double score(int p) const {
+    const double d = pdelta[p];
+    return d * d / (g.dpricemode == 0 ? 1.0 : g.dual_norm[p]);
+  }
+
+  // Best row of a list by the pricing rule; ties go to the lower row.
+  int best_of(const std::vector<int>& rows, int best, double* bs) const {
+    for (int p : rows) {
+      if (pdelta[p] == 0 || g.rowrej[p]) continue;
+      const double sc = score(p);
+      if (sc > *bs || (sc == *bs && best >= 0 && p < best)) {
+        *bs = sc;
         best = p;
-        *delta = d;
       }
     }
-    g.npinf = cnt;
-    g.sumpinf = sum;
+    return best;
+  }
+
+  int list_size() const {
+    return std::max(20, static_cast<int>(std::pow(static_cast<double>(g.m), 0.7)));
+  }
+
+  // Leaving row by the pricing rule; -1 when no row is violated (or all violated rows are
+  // rejected).
+  int chuzr(double* delta) {
+    g.npinf = static_cast<int>(inlist.size());
+    const int K = list_size();
+    double bs = 0;
+    int best = -1;
+    if (g.npinf <= K) {
+      fresh.clear();
+      cand_valid = false;
+      best = best_of(inlist, -1, &bs);
+    } else {
+      if (!cand_valid || cand_picks >= K / 4 || static_cast<int>(fresh.size()) > K) {
+        cand = inlist;
+        auto better = [&](int a, int b) {
+          const double sa = score(a), sb = score(b);
+          return sa > sb || (sa == sb && a < b);
+        };
+        std::nth_element(cand.begin(), cand.begin() + K, cand.end(), better);
+        cand.resize(K);
+        fresh.clear();
+        cand_picks = 0;
+        cand_valid = true;
+      }
+      ++cand_picks;
+      best = best_of(cand, -1, &bs);
+      best = best_of(fresh, best, &bs);
+      // Every candidate turned feasible or rejected: the whole list decides.
+      if (best < 0) best = best_of(inlist, -1, &bs);
+    }
+    if (best >= 0) *delta = pdelta[best];
     return best;
   }
 
   // Count and sum of the primal infeasibilities, for the progress test and the trace.
   void chuzr_counts() {
-    double d = 0;
-    const bool saved = g.rowrej.empty();
-    (void)saved;
-    chuzr(&d);
+    g.npinf = static_cast<int>(inlist.size());
+    double sum = 0;
+    for (int p : inlist) sum += std::fabs(pdelta[p]);
+    g.sumpinf = sum;
   }
 
   // Long-step ratio test on the pivot row; returns the entering column or -1, with the
@@ -178,36 +253,39 @@ struct Dual {
       cands.push_back({j, std::max(dd, 0.0) / std::fabs(a), std::fabs(a)});
     }
     if (cands.empty()) return -1;
-    std::sort(cands.begin(), cands.end(), [](const Cand& x, const Cand& y) {
-      return x.ratio < y.ratio || (x.ratio == y.ratio && x.j < y.j);
-    });
-    double slope = std::fabs(delta);
-    size_t stop = 0;
-    const bool longstep = g.dratio == 1 || g.dratio == 2;
-    if (longstep) {
-      for (; stop < cands.size(); ++stop) {
-        const int j = cands[stop].j;
+    // Candidates leave a min-heap by ratio only as far as the long step passes them, so the
+    // work beyond the scan is the number of flips times log of the row's candidates.
+    auto later = [](const Cand& x, const Cand& y) {
+      return x.ratio > y.ratio || (x.ratio == y.ratio && x.j > y.j);
+    };
+    size_t live = cands.size();  // the heap is cands[0, live); popped ones sit behind it
+    if (g.dratio == 1 || g.dratio == 2) {
+      std::make_heap(cands.begin(), cands.end(), later);
+      double slope = std::fabs(delta);
+      while (live > 1) {
+        const Cand& top = cands.front();
+        const int j = top.j;
         if (!boxed(j) || g.cbas[j] == kFree) break;
-        const double dec = cands[stop].abs_alpha * (g.ub[j] - g.lb[j]);
-        if (slope - dec <= 0 || stop + 1 == cands.size()) break;
+        const double dec = top.abs_alpha * (g.ub[j] - g.lb[j]);
+        if (slope - dec <= 0) break;
         slope -= dec;
+        std::pop_heap(cands.begin(), cands.begin() + live, later);
+        --live;
+        flips.push_back(cands[live].j);
       }
     }
-    // Harris pass over the remaining candidates.
+    // Harris pass over the candidates not passed: the largest pivot among those within the
+    // tolerance of the smallest relaxed ratio; ties go to the smaller ratio, then index.
     double T = 1e300;
-    for (size_t k = stop; k < cands.size(); ++k)
-      T = std::min(T, cands[k].ratio + t / cands[k].abs_alpha);
-    size_t pick = stop;
-    double big = 0;
-    for (size_t k = stop; k < cands.size() && cands[k].ratio <= T; ++k) {
-      if (cands[k].abs_alpha > big) {
-        big = cands[k].abs_alpha;
+    for (size_t k = 0; k < live; ++k) T = std::min(T, cands[k].ratio + t / cands[k].abs_alpha);
+    size_t pick = live;
+    for (size_t k = 0; k < live; ++k) {
+      const Cand& c = cands[k];
+      if (c.ratio > T) continue;
+      if (pick == live || c.abs_alpha > cands[pick].abs_alpha ||
+          (c.abs_alpha == cands[pick].abs_alpha && later(cands[pick], c)))
         pick = k;
-      }
     }
-    // Passed candidates before the pick flip only when they are boxed and were passed in the
-    // long step.
-    for (size_t k = 0; k < stop; ++k) flips.push_back(cands[k].j);
     *step = cands[pick].ratio;
     g.nflip_d = static_cast<int>(flips.size()) + 1;
     return cands[pick].j;
@@ -319,7 +397,10 @@ struct Dual {
       w.n = -1;
       w.pack(0.0);
       g.lu.ftran(w, false);
-      for (int k = 0; k < w.n; ++k) g.rhs1[w.idx[k]] -= w.val[w.idx[k]];
+      for (int k = 0; k < w.n; ++k) {
+        g.rhs1[w.idx[k]] -= w.val[w.idx[k]];
+        set_row(w.idx[k]);
+      }
       w.clear();
     }
     // DSE needs B^-1 rho.
@@ -337,26 +418,23 @@ struct Dual {
       const int i = col.idx[k];
       g.rhs1[i] -= theta * col.val[i];
     }
-    // Dual step.
+    // Dual step, and shifts for the small wrong signs the Harris tolerance let through.
     const double t = step;
+    const double ts = t * s;
     for (int k = 0; k < g.prow_n; ++k) {
       const int j = g.prow_idx[k];
-      g.rdc[j] += t * s * g.prow[j];
-    }
-    g.rdc[out] = s * t;
-    g.rdc[q] = 0.0;
-    // Shift away the small wrong signs the Harris tolerance let through.
-    for (int k = 0; k < g.prow_n; ++k) {
-      const int j = g.prow_idx[k];
-      const int st = g.cbas[j];
-      if (j == q || st >= 0 || st == kFixed) continue;
       double& d = g.rdc[j];
+      d += ts * g.prow[j];
+      const int st = g.cbas[j];
+      if (j == q || st == kFixed) continue;
       if ((st == kAtLower && d < 0) || (st == kAtUpper && d > 0) || (st == kFree && d != 0)) {
         g.rdcshift[j] -= d;
         d = 0;
         g.dperturbed = 1;
       }
     }
+    g.rdc[out] = s * t;
+    g.rdc[q] = 0.0;
     if (std::fabs(t) <= g.ceps) ++g.ndegen;
     // Weights.
     const double w_p = g.dual_norm[p];
@@ -392,6 +470,8 @@ struct Dual {
     g.cbas[q] = p;
     g.rbas[p] = q;
     g.rhs1[p] = xq;
+    for (int k = 0; k < col.n; ++k) set_row(col.idx[k]);
+    set_row(p);
     g.iter += 1;
     g.fiter += 1;
     (void)QZI_spx_pupdate(g);
@@ -586,7 +666,7 @@ int dsimplex(Glp& g) {
         if (left < 0) left = -1 - left;
         if (D.phase1 && left > 0) D.fix_dual_infeasibilities(true);
       }
-      compute_primal(g);
+      D.primal();
       D.chuzr_counts();
       D.check_progress();
       D.log_trace();
@@ -617,7 +697,7 @@ int dsimplex(Glp& g) {
         D.no_perturb = true;
         D.recompute_duals();
         D.fix_dual_infeasibilities(false);
-        compute_primal(g);
+        D.primal();
         continue;
       }
       if (D.phase1) {
@@ -633,7 +713,7 @@ int dsimplex(Glp& g) {
           break;
         }
         g.fiter = 0;
-        compute_primal(g);
+        D.primal();
         if (g.umode & 8) D.dperturb(-1, 1.0);
         D.no_perturb = false;
         D.zmark = -1e300;
@@ -649,7 +729,7 @@ int dsimplex(Glp& g) {
         int left = D.fix_dual_infeasibilities(false);
         if (left < 0) {
           // Boxed columns flipped: the primal values moved; go on in the dual.
-          compute_primal(g);
+          D.primal();
           if (left < -1) {
             g.xstat = XSTAT_SWITCH;
             break;
