@@ -37,7 +37,7 @@ int qzi_accept_priminf(Imodel& m) {
   const GlpMeasures g = qzi_glp_measures(m);
   double condest, ppfeas, s;
   if (g.present) {
-    condest = g.cond1est;
+    condest = qzi_glp_cond1est(m);
     ppfeas = g.ppfeas;
     s = g.ppfeas_sc;
   } else {
@@ -57,7 +57,7 @@ int qzi_accept_dualinf(Imodel& m) {
   double condest, ynorm, obj, ddfeas, s;
   const int rows = std::max(1, m.nCons);
   if (g.present) {
-    condest = g.cond1est;
+    condest = qzi_glp_cond1est(m);
     ynorm = g.ynorm;
     obj = g.obj;
     ddfeas = g.ddfeas;
@@ -135,7 +135,7 @@ int do_the_event_check(Imodel& m, int result) {
                pp, dd);
       return 5;
     }
-    const double e = std::min(-1.0, std::floor(std::log10(g.cond1est * kEps)) + 1);
+    const double e = std::min(-1.0, std::floor(std::log10(qzi_glp_cond1est(m) * kEps)) + 1);
     if (pp < std::pow(10.0, e)) {
       QZlogmod(&m, lv,
                "\nWarning: scaled solution is near (primal) feasible (ppfeas=%12.6e, ddfeas=%12.6e),\nWarning: optimizing unscaled model...",

@@ -40,6 +40,7 @@ void QZI_spx_set_biden(Glp& g) {
   (void)N;
   g.crash = 1;
   g.norms_valid = false;
+  g.duals_exact = false;
   g.lu.invalidate();
 }
 
@@ -77,6 +78,7 @@ void qzi_restore_bas(Glp& g, const BasSnap& s) {
       g.cbas[j] = fit_state(g, j, g.cbas[j]);
   }
   g.norms_valid = false;
+  g.duals_exact = false;
   g.lu.invalidate();
   g.wfact = WFACT_REFACT;
   g.fiter = 0;
@@ -251,6 +253,7 @@ int qzi_load_basis(Glp& g, const int* cstat, const int* rstat) {
   g.crash = 0;
   g.crcflag = 1;
   g.norms_valid = false;
+  g.duals_exact = false;
   g.lu.invalidate();
   g.wfact = WFACT_INIT;
   g.fiter = 0;

@@ -53,6 +53,7 @@ struct Dual {
     set_costeff();
     compute_dual(g, costeff.data());
     compute_rdc(g, costeff.data());
+    g.duals_exact = !g.dperturbed && !phase1;
   }
 
   // Flips boxed columns to the side their reduced cost likes; counts and optionally shifts the
@@ -82,6 +83,7 @@ struct Dual {
         g.rdcshift[j] += target - d;
         g.rdc[j] = target;
         g.dperturbed = 1;
+        g.duals_exact = false;
       } else {
         ++left;
         sum += viol;
@@ -353,6 +355,7 @@ struct Dual {
 
   // One iteration on leaving row p. Returns 0, or 1 when the row was rejected.
   int iterate(int p, double delta) {
+    g.duals_exact = false;
     const int s = delta < 0 ? 1 : -1;  // 1: leaves to its lower bound
     SVec& rho = g.rho;
     rho.set_unit(p, 1.0);
@@ -542,6 +545,7 @@ struct Dual {
       ++cnt;
     }
     if (cnt == 0) return;
+    g.duals_exact = false;
     if (spx_log_on(g, 2)) {
       static const char* const kWhy[] = {"Dual pre-perturbation...",
                                          "Starting dual perturbation due to degeneracy...",
@@ -649,6 +653,7 @@ int dsimplex(Glp& g) {
       g.fiter = 0;
     }
     if (g.fiter == 0) {
+      g.crcflag = 0;
       D.recompute_duals();
       if (!started) {
         started = true;
@@ -780,7 +785,7 @@ int dsimplex(Glp& g) {
     g.pord = 0;
     retag_all(g);
   }
-  if (code == 0) qzi_get_basis_cond1est(g);
+  if (code == 0) g.cond1est_stale = true;
   qzi_exit_msg(g);
   if (g.xstat != XSTAT_SWITCH) {
     g.ceps = ceps_in;

@@ -130,6 +130,7 @@ struct Glp {
   std::vector<int> cbas, rbas;
   std::vector<char> rstat;
   std::vector<double> rhs1, dual, rdc, xvec;
+  bool duals_exact = false;  // dual and rdc were just solved for cost0 on this basis
   int nsuper = 0;
   std::vector<int> superidx;
   std::vector<double> superval;
@@ -174,6 +175,7 @@ struct Glp {
   double pcolal = 0.1;
   double pertfact = 0;
   double rcond = 1.0, cond1est = 1.0, cond2est = 1.0;
+  bool cond1est_stale = false;  // the basis moved since cond1est: spx_cond1est renews it
   double minfeastol = 1e-9, maxfeastol = 1e-5, minopttol = 1e-9, maxopttol = 1e-5;
   double minpivtol = 1e-10, maxpivtol = 1e-5;
   double infinity = 1e30, bndinf = 1e15;

@@ -28,7 +28,6 @@ GlpMeasures qzi_glp_measures(const Imodel& model) {
   r.present = true;
   r.scale = g.scale;
   r.iter = g.iter;
-  r.cond1est = g.cond1est;
   r.ynorm = g.ynorm;
   r.obj = model.sol ? model.sol->pobj : 0;
   r.ppfeas = g.pinf_unscaled;
@@ -37,6 +36,10 @@ GlpMeasures qzi_glp_measures(const Imodel& model) {
   r.ddfeas_sc = g.dinf_unscaled;
   r.m = g.m;
   return r;
+}
+
+double qzi_glp_cond1est(const Imodel& model) {
+  return model.glp ? spx_cond1est(*model.glp) : 1.0;
 }
 
 namespace {
@@ -84,6 +87,7 @@ int qzi_glp_set_cost(Imodel& model, int j, double c) {
   double w = c * g.objsense * g.cscal[j] * g.oscal;
   if (g.flipped[j]) w = -w;
   g.cost[j] = g.cost0[j] = w;
+  g.duals_exact = false;
   g.fiter = 0;
   return 0;
 }

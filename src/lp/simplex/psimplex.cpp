@@ -536,6 +536,7 @@ int plpini(Glp& g, Primal& P) {
   g.itype = 'P';
   g.pord = 0;
   g.norms_valid = false;  // the primal moves the basis without the dual's weights
+  g.duals_exact = false;
   g.pcand = 10;
   g.fiter = 0;
   g.xray = -1;
@@ -690,7 +691,7 @@ int psimplex(Glp& g) {
     if (spx_log_on(g, 1))
       QZlogmod(g.model, 1, "\nWARNING: overridden unboundedness signal, set xstat:%d", XSTAT_OPT);
   }
-  if (code == 0) qzi_get_basis_cond1est(g);
+  if (code == 0) g.cond1est_stale = true;
   if (code == 3 && spx_log_on(g, 1))
     QZlogmod(g.model, 1, "\n%c%6d %8.0f : numerical difficulties", g.itype, g.nfact, g.iter);
   qzi_exit_msg(g);

@@ -80,6 +80,7 @@ void request_fact(Glp& g, int reason) {
 
 int QZI_spx_refactor(Glp& g) {
   const int reason = g.wfact;
+  g.duals_exact = false;
   if (reason >= 0 && reason < 14) ++g.wfactcnt[reason];
   g.fiter = 0;
   const int N = g.n + g.m;
@@ -166,7 +167,13 @@ void ftran_col(Glp& g, int j, SVec& out, bool save) {
   g.lu.ftran(out, save);
 }
 
+double spx_cond1est(Glp& g) {
+  if (g.cond1est_stale) qzi_get_basis_cond1est(g);
+  return g.cond1est;
+}
+
 void qzi_get_basis_cond1est(Glp& g) {
+  g.cond1est_stale = false;
   if (!g.lu.valid() || g.m == 0) {
     g.cond1est = g.m == 0 ? 1.0 : 1e29;
     return;

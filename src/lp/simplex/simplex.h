@@ -22,11 +22,13 @@ struct GlpMeasures {
   bool present = false;
   int scale = 0;
   double iter = 0;
-  double cond1est = 1, ynorm = 0, obj = 0;
+  double ynorm = 0, obj = 0;
   double ppfeas = 0, ddfeas = 0, ppfeas_sc = 0, ddfeas_sc = 0;
   int m = 0;
 };
 GlpMeasures qzi_glp_measures(const Imodel& model);
+// Condition estimate of the final basis of the attached record (made on first request).
+double qzi_glp_cond1est(const Imodel& model);
 
 // Changes on the attached record that keep the factorization (user scale and sign).
 int qzi_glp_set_bounds(Imodel& model, int j, double lo, double up);

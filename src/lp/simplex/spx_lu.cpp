@@ -73,13 +73,25 @@ void SpxLu::to_engine(const SVec& x, SpVec& v) const {
 }
 
 void SpxLu::from_engine(const SpVec& v, SVec& x) const {
-  x.clear();
   if (v.n < 0) {
-    std::copy(v.val.begin(), v.val.begin() + m_, x.val.begin());
-    x.n = -1;
-    x.pack(kDropTol);
+    // Every position is written: one pass copies, drops the tiny values and lists the rest.
+    const double* src = v.val.data();
+    double* dst = x.val.data();
+    int* idx = x.idx.data();
+    int c = 0;
+    for (int i = 0; i < m_; ++i) {
+      const double a = src[i];
+      if (std::fabs(a) > kDropTol) {
+        dst[i] = a;
+        idx[c++] = i;
+      } else {
+        dst[i] = 0.0;
+      }
+    }
+    x.n = c;
     return;
   }
+  x.clear();
   int c = 0;
   for (int k = 0; k < v.n; ++k) {
     const double a = v.val[k];
