@@ -1,19 +1,20 @@
 // Log lines to the host: through the model's or the environment's log function only.
+// The public printers (QZlogmod, QZlogmodtid, QZlogenv, QZprintlog, ...) are in zento_info.h.
 #pragma once
 
-#include "zento.h"
+#include <cstdarg>
+#include <string>
 
-extern "C" {
-// With nLevel 0, a null model or no log function nothing happens.
-QZ_API int QZlogmod(QZmodel model, int nLevel, const char* fmt, ...)
-    __attribute__((format(printf, 3, 4)));
-QZ_API int QZlogenv(QZenv env, int nLevel, const char* fmt, ...)
-    __attribute__((format(printf, 3, 4)));
-}
+#include "zento.h"
 
 namespace zento {
 // The print level that gates load statistics: the LP level, and outside nested
 // solves the larger of it and the MIP and NLP levels.
 int base_printlevel(const Imodel& m);
 bool is_nested(const Imodel& m);
+
+// C-style formatting into a string; an invalid format gives an empty string.
+std::string vformat(const char* fmt, va_list ap);
+// Hands a finished line to the model's log function (no level test).
+void log_line(Imodel& m, std::string& line);
 }  // namespace zento

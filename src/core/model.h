@@ -9,10 +9,12 @@
 #include <vector>
 
 #include "core/params/param_blocks.h"
+#include "core/run_state.h"
 #include "core/solution.h"
 #include "zento.h"
 
 namespace zento {
+struct Profiler;
 struct Glp;
 struct GlpDeleter {
   void operator()(Glp* g) const;
@@ -150,13 +152,13 @@ struct Callbacks {
   void* hesscalcData = nullptr;
   void* usercalc = nullptr;
   void* usercalcData = nullptr;
-  void* mipFunc = nullptr;
+  QZmipCallback_t mipFunc = nullptr;
   void* mipData = nullptr;
-  void* mipSolFunc = nullptr;
+  QZmipInsSolCallback_t mipSolFunc = nullptr;
   void* mipSolData = nullptr;
-  void* mipObjFunc = nullptr;
+  QZmipInsObjCallback_t mipObjFunc = nullptr;
   void* mipObjData = nullptr;
-  void* gopFunc = nullptr;
+  QZgopCallback_t gopFunc = nullptr;
   void* gopData = nullptr;
 };
 
@@ -221,4 +223,16 @@ struct Imodel {
   // The most recent file error: line number and text.
   int fileErrorLine = 0;
   std::string fileErrorText;
+
+  // Parameter values of the reference model of QZsetParModel, by registry row; empty if none.
+  std::vector<double> parRefValues;
+
+  // What a running solver reports to callbacks, and the latched stop of a search.
+  zento::RunState run;
+  // Timers and counters; shared with working copies hooked to this model.
+  std::shared_ptr<zento::Profiler> prof;
+  // Where the model came from: file name, reader, stochastic file name.
+  std::string modelFileName, modelSource, stocFileName;
+  int nNLPcons = 0;  // rows and columns that appear in nonlinear terms
+  int nNLPvars = 0;
 };

@@ -149,6 +149,7 @@ const char* qzi_get_model_szstatus(int status) {
 
 int QZoptimize_impl(Imodel& m, int nMethod, int* pnStatus) {
   const double tStart = lt_get_realtime();
+  SolveScope solveScope(m);
   CallScope scope{m, m.SplexPam.lp_prelevel, m.SplexPam.solver_iusol,
                   m.SolverPam.ipm_num_threads};
   if (m.SplexPam.lp_prelevel & kLowMemoryPresolve) m.SplexPam.lp_prelevel = 0;

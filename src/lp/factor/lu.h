@@ -119,6 +119,18 @@ struct LuOptions {
 // where the parameter has one; returns QZERR_PARAM_OUT_OF_RANGE or QZERR_INDEX_OUT_OF_RANGE.
 [[nodiscard]] int lu_options_set_param(LuOptions& opt, int param_id, double value);
 
+}  // namespace zento::lu
+
+namespace zento {
+struct SplexParams;
+}
+
+namespace zento::lu {
+
+// Fills the options from the lu_* fields of the simplex parameter block (ids 4800..4908). The
+// log sink and the stepped-rule bit of the simplex print mask stay the caller's to set.
+[[nodiscard]] int lu_options_from_params(const SplexParams& p, LuOptions* opt);
+
 // A basis column in host storage: `len` entries, row indices `idx`, values `val`.
 struct LuColumn {
   const int* idx = nullptr;

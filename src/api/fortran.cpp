@@ -1,0 +1,106 @@
+// Fortran-style twins: lower-case names with a trailing underscore that take every scalar and
+// handle by reference and call the plain entry. One line per entry.
+#include "zento.h"
+#include "zento_fortran.h"
+
+extern "C" {
+
+QZenv qzcreateenv_(int* pnErrorcode) { return QZcreateEnv(pnErrorcode); }
+int qzdeleteenv_(QZenv* pEnv) { return QZdeleteEnv(pEnv); }
+QZmodel qzcreatemodel_(QZenv* env, int* pnErrorcode) { return QZcreateModel(*env, pnErrorcode); }
+int qzdeletemodel_(QZmodel* pModel) { return QZdeleteModel(pModel); }
+QZmodel qzcopymodel_(QZmodel* src, int* pnErrorcode) { return QZcopyModel(*src, pnErrorcode); }
+int qzcopyparam_(QZmodel* src, QZmodel* dst, int* mode) { return QZcopyParam(*src, *dst, *mode); }
+int qzcopyallpam_(QZmodel* src, QZmodel* dst) { return QZcopyAllPam(*src, *dst); }
+int qzcopystocparam_(QZmodel* src, QZmodel* dst) { return QZcopyStocParam(*src, *dst); }
+int qzcopyenv_(QZenv* src, QZenv* dst) { return QZcopyEnv(*src, *dst); }
+int qzgetmodelenv_(QZmodel* model, QZenv* pEnv) { return QZgetModelEnv(*model, pEnv); }
+int qzgetenvmodelcount_(QZenv* env, int* pnCount) { return QZgetEnvModelCount(*env, pnCount); }
+int qzgetenvmodellist_(QZenv* env, QZmodel* paModels) { return QZgetEnvModelList(*env, paModels); }
+QZmodel qzgetenvlogmodel_(QZenv* env) { return QZgetEnvLogModel(*env); }
+QZmodel qzgetmastermodel_(QZmodel* model) { return QZgetMasterModel(*model); }
+int qzgetversioninfo_(char* szVersion, char* szBuildData) { return QZgetVersionInfo(szVersion, szBuildData); }
+int qzfreesolvermemory_(QZmodel* model) { return QZfreeSolverMemory(*model); }
+void qzfreehashmemory_(QZmodel* model) { QZfreeHashMemory(*model); }
+void qzfreesolutionmemory_(QZmodel* model) { QZfreeSolutionMemory(*model); }
+void qzfreemipsolutionmemory_(QZmodel* model) { QZfreeMIPSolutionMemory(*model); }
+void qzfreegopsolutionmemory_(QZmodel* model) { QZfreeGOPSolutionMemory(*model); }
+void qzfreenlpsolvermemory_(QZmodel* model) { QZfreeNLPSolverMemory(*model); }
+void qzfreestocmemory_(QZmodel* model) { QZfreeStocMemory(*model); }
+void qzfreestochashmemory_(QZmodel* model) { QZfreeStocHashMemory(*model); }
+void qzfreecutpool_(QZmodel* model) { QZfreeCutpool(*model); }
+void qzfreenamedata_(QZmodel* model) { QZfreeNameData(*model); }
+int qzsetenvexitfunc_(QZenv* env, QZexitFunc_t* pfFunc, void* pvData) { return QZsetEnvExitFunc(*env, *pfFunc, pvData); }
+int qzloadlpdata_(QZmodel* model, int* nCons, int* nVars, int* dObjSense, double* dObjConst, const double* padC, const double* padB, const char* pszConTypes, int* nAnnz, const int* paiAcols, const int* panAcols, const double* padAcoef, const int* paiArows, const double* padL, const double* padU) { return QZloadLPData(*model, *nCons, *nVars, *dObjSense, *dObjConst, padC, padB, pszConTypes, *nAnnz, paiAcols, panAcols, padAcoef, paiArows, padL, padU); }
+int qzloadvartype_(QZmodel* model, char* pszVarTypes) { return QZloadVarType(*model, pszVarTypes); }
+int qzloadsemicontdata_(QZmodel* model, int* nSC, const int* paiVars, const double* padL, const double* padU) { return QZloadSemiContData(*model, *nSC, paiVars, padL, padU); }
+int qzloadsetsdata_(QZmodel* model, int* nSETS, const char* pszSETStype, const int* paiCARDnum, const int* paiSETSbegcol, const int* paiSETScols) { return QZloadSETSData(*model, *nSETS, pszSETStype, paiCARDnum, paiSETSbegcol, paiSETScols); }
+int qzsetsetsstatei_(QZmodel* model, int* iSet, int* nState) { return QZsetSETSStatei(*model, *iSet, *nState); }
+int qzloadconedata_(QZmodel* model, int* nCone, const char* pszConeTypes, const double* padConeAlpha, const int* paiConebegcone, const int* paiConecols) { return QZloadConeData(*model, *nCone, pszConeTypes, padConeAlpha, paiConebegcone, paiConecols); }
+int qzloadposddata_(QZmodel* model, int* nPOSD, const int* paiPOSDdim, const int* paiPOSDbeg, const int* paiPOSDrowndx, const int* paiPOSDcolndx, const int* paiPOSDvarndx) { return QZloadPOSDData(*model, *nPOSD, paiPOSDdim, paiPOSDbeg, paiPOSDrowndx, paiPOSDcolndx, paiPOSDvarndx); }
+int qzloadalldiffdata_(QZmodel* model, int* nALLDIFF, const int* paiAlldiffDim, const int* paiAlldiffL, const int* paiAlldiffU, const int* paiAlldiffBeg, const int* paiAlldiffVar) { return QZloadALLDIFFData(*model, *nALLDIFF, paiAlldiffDim, paiAlldiffL, paiAlldiffU, paiAlldiffBeg, paiAlldiffVar); }
+int qzloadqcdata_(QZmodel* model, int* QCnonzeros, const int* QCrowndx, const int* QCcolndx1, const int* QCcolndx2, const double* QCcoef) { return QZloadQCData(*model, *QCnonzeros, QCrowndx, QCcolndx1, QCcolndx2, QCcoef); }
+int qzloadnamedata_(QZmodel* model, const char* pszTitle, const char* pszObjName, const char* pszRhsName, const char* pszRngName, const char* pszBndname, char** paszConNames, char** paszVarNames, char** paszConeNames) { return QZloadNameData(*model, pszTitle, pszObjName, pszRhsName, pszRngName, pszBndname, paszConNames, paszVarNames, paszConeNames); }
+int qzloadvarstartpoint_(QZmodel* model, const double* padPrimal) { return QZloadVarStartPoint(*model, padPrimal); }
+int qzloadmipvarstartpoint_(QZmodel* model, const double* padPrimal) { return QZloadMIPVarStartPoint(*model, padPrimal); }
+int qzloadvarstartpointpartial_(QZmodel* model, int* nCols, const int* paiCols, const double* padPrimal) { return QZloadVarStartPointPartial(*model, *nCols, paiCols, padPrimal); }
+int qzloadmipvarstartpointpartial_(QZmodel* model, int* nCols, const int* paiCols, const double* padPrimal) { return QZloadMIPVarStartPointPartial(*model, *nCols, paiCols, padPrimal); }
+int qzloadvarpriorities_(QZmodel* model, const int* panCprior) { return QZloadVarPriorities(*model, panCprior); }
+int qzloadbasis_(QZmodel* model, const int* panCstatus, const int* panRstatus) { return QZloadBasis(*model, panCstatus, panRstatus); }
+int qzloadprimalsolution_(QZmodel* model, const int* pnStatus, const double* pdObj, const double* padPrimal, const double* padSlack, const double* pdPinf) { return QZloadPrimalSolution(*model, pnStatus, pdObj, padPrimal, padSlack, pdPinf); }
+int qzloaddualsolution_(QZmodel* model, const int* pnStatus, const double* pdDobj, const double* padDual, const double* padRedcost, const double* pdDinf) { return QZloadDualSolution(*model, pnStatus, pdDobj, padDual, padRedcost, pdDinf); }
+int qzloadsolutioninfo_(QZmodel* model, const int* pnMethod, const int* pnElapsed, const int* pnSpxIter, const int* pnBarIter, const int* pnNlpIter, const int* pnPrimStatus, const int* pnDualStatus, const int* pnBasicStatus, const double* pdPobj, const double* pdDobj, const double* pdPinf, const double* pdDinf) { return QZloadSolutionInfo(*model, pnMethod, pnElapsed, pnSpxIter, pnBarIter, pnNlpIter, pnPrimStatus, pnDualStatus, pnBasicStatus, pdPobj, pdDobj, pdPinf, pdDinf); }
+int qzloadmodelstatus_(QZmodel* model, const int* pnModelStatus, const int* pnErrorCode) { return QZloadModelStatus(*model, pnModelStatus, pnErrorCode); }
+int qzgetdimensions_(QZmodel* model, int* pnVars, int* pnCons, int* pnCones, int* pnAnnz, int* pnQCnnz, int* pnConeNnz, int* pnNLPnnz, int* pnNLPobjnnz, int* pnVarNamelen, int* pnConNamelen, int* pnConeNamelen) { return QZgetDimensions(*model, pnVars, pnCons, pnCones, pnAnnz, pnQCnnz, pnConeNnz, pnNLPnnz, pnNLPobjnnz, pnVarNamelen, pnConNamelen, pnConeNamelen); }
+int qzgetlpdata_(QZmodel* model, int* pnObjSense, double* pdObjConst, double* padC, double* padB, char* pszConTypes, int* paiAcols, int* panAcols, double* padAcoef, int* paiArows, double* padL, double* padU) { return QZgetLPData(*model, pnObjSense, pdObjConst, padC, padB, pszConTypes, paiAcols, panAcols, padAcoef, paiArows, padL, padU); }
+int qzgetnamedata_(QZmodel* model, char* pszTitle, char* pszObjName, char* pszRhsName, char* pszRngName, char* pszBndname, char** paszConNames, char* pachConNameData, char** paszVarNames, char* pachVarNameData, char** paszConeNames, char* pachConeNameData) { return QZgetNameData(*model, pszTitle, pszObjName, pszRhsName, pszRngName, pszBndname, paszConNames, pachConNameData, paszVarNames, pachVarNameData, paszConeNames, pachConeNameData); }
+int qzgetconstraintdatai_(QZmodel* model, int* iCon, char* pchType, char* pchIsNlp, double* pdB) { return QZgetConstraintDatai(*model, *iCon, pchType, pchIsNlp, pdB); }
+int qzgetlpvariabledataj_(QZmodel* model, int* iVar, char* pchVartype, double* pdC, double* pdL, double* pdU, int* pnAnnz, int* paiArows, double* padAcoef) { return QZgetLPVariableDataj(*model, *iVar, pchVartype, pdC, pdL, pdU, pnAnnz, paiArows, padAcoef); }
+int qzgetlpconstraintdatai_(QZmodel* model, int* iCon, char* pchType, double* pdB, int* pnNnz, int* paiVar, double* padAcoef) { return QZgetLPConstraintDatai(*model, *iCon, pchType, pdB, pnNnz, paiVar, padAcoef); }
+int qzgetlowerboundj_(QZmodel* model, int* iVar, double* pdValue) { return QZgetLowerBoundj(*model, *iVar, pdValue); }
+int qzgetupperboundj_(QZmodel* model, int* iVar, double* pdValue) { return QZgetUpperBoundj(*model, *iVar, pdValue); }
+int qzgetobjectivej_(QZmodel* model, int* iVar, double* pdValue) { return QZgetObjectivej(*model, *iVar, pdValue); }
+int qzgetvartype_(QZmodel* model, char* pszVarTypes) { return QZgetVarType(*model, pszVarTypes); }
+int qzgetvariablenamej_(QZmodel* model, int* iVar, char* pszName) { return QZgetVariableNamej(*model, *iVar, pszName); }
+int qzgetconstraintnamei_(QZmodel* model, int* iCon, char* pszName) { return QZgetConstraintNamei(*model, *iCon, pszName); }
+int qzgetconenamei_(QZmodel* model, int* iCone, char* pszName) { return QZgetConeNamei(*model, *iCone, pszName); }
+int qzgetvariableindex_(QZmodel* model, const char* pszName, int* pnIndex) { return QZgetVariableIndex(*model, pszName, pnIndex); }
+int qzgetconstraintindex_(QZmodel* model, const char* pszName, int* pnIndex) { return QZgetConstraintIndex(*model, pszName, pnIndex); }
+int qzgetconeindex_(QZmodel* model, const char* pszName, int* pnIndex) { return QZgetConeIndex(*model, pszName, pnIndex); }
+int qzgetsetsdata_(QZmodel* model, int* piNsets, int* piNtnz, char* pszSETStype, int* piCardnum, int* piNnz, int* piBegset, int* piVarndx) { return QZgetSETSData(*model, piNsets, piNtnz, pszSETStype, piCardnum, piNnz, piBegset, piVarndx); }
+int qzgetsetsdatai_(QZmodel* model, int* iSet, char* pszSETStype, int* piCardnum, int* piNnz, int* piVarndx) { return QZgetSETSDatai(*model, *iSet, pszSETStype, piCardnum, piNnz, piVarndx); }
+int qzgetsemicontdata_(QZmodel* model, int* piNvars, int* piVarndx, double* padL, double* padU) { return QZgetSemiContData(*model, piNvars, piVarndx, padL, padU); }
+int qzgetconedatai_(QZmodel* model, int* iCone, char* pchConeType, double* pdConeAlpha, int* piNnz, int* piCols) { return QZgetConeDatai(*model, *iCone, pchConeType, pdConeAlpha, piNnz, piCols); }
+int qzgetqcdata_(QZmodel* model, int* paiQCrows, int* paiQCcols1, int* paiQCcols2, double* padQCcoef) { return QZgetQCData(*model, paiQCrows, paiQCcols1, paiQCcols2, padQCcoef); }
+int qzgetqcdatai_(QZmodel* model, int* iCon, int* pnQCnnz, int* paiQCcols1, int* paiQCcols2, double* padQCcoef) { return QZgetQCDatai(*model, *iCon, pnQCnnz, paiQCcols1, paiQCcols2, padQCcoef); }
+int qzgetposddata_(QZmodel* model, int* pnPOSD, int* paiPOSDdim, int* paiPOSDnnz, int* paiPOSDbeg, int* paiPOSDrowndx, int* paiPOSDcolndx, int* paiPOSDvarndx) { return QZgetPOSDData(*model, pnPOSD, paiPOSDdim, paiPOSDnnz, paiPOSDbeg, paiPOSDrowndx, paiPOSDcolndx, paiPOSDvarndx); }
+int qzgetposddatai_(QZmodel* model, int* iPOSD, int* pnPOSDdim, int* pnPOSDnnz, int* paiPOSDrowndx, int* paiPOSDcolndx, int* paiPOSDvarndx) { return QZgetPOSDDatai(*model, *iPOSD, pnPOSDdim, pnPOSDnnz, paiPOSDrowndx, paiPOSDcolndx, paiPOSDvarndx); }
+int qzgetalldiffdata_(QZmodel* model, int* pinALLDIFF, int* paiAlldiffDim, int* paiAlldiffL, int* paiAlldiffU, int* paiAlldiffBeg, int* paiAlldiffVar) { return QZgetALLDIFFData(*model, pinALLDIFF, paiAlldiffDim, paiAlldiffL, paiAlldiffU, paiAlldiffBeg, paiAlldiffVar); }
+int qzgetalldiffdatai_(QZmodel* model, int* iALLDIFF, int* pnAlldiffDim, int* pnAlldiffL, int* pnAlldiffU, int* paiAlldiffVar) { return QZgetALLDIFFDatai(*model, *iALLDIFF, pnAlldiffDim, pnAlldiffL, pnAlldiffU, paiAlldiffVar); }
+int qzgetvarstartpoint_(QZmodel* model, double* padPrimal) { return QZgetVarStartPoint(*model, padPrimal); }
+int qzgetmipvarstartpoint_(QZmodel* model, double* padPrimal) { return QZgetMIPVarStartPoint(*model, padPrimal); }
+int qzgetvarstartpointpartial_(QZmodel* model, int* pnCols, int* paiCols, double* padPrimal) { return QZgetVarStartPointPartial(*model, pnCols, paiCols, padPrimal); }
+int qzgetmipvarstartpointpartial_(QZmodel* model, int* pnCols, int* paiCols, double* padPrimal) { return QZgetMIPVarStartPointPartial(*model, pnCols, paiCols, padPrimal); }
+int qzgetvarpriorities_(QZmodel* model, int* panCprior) { return QZgetVarPriorities(*model, panCprior); }
+int qzgetgopvariablepriority_(QZmodel* model, int* iVar, int* pnPriority) { return QZgetGOPVariablePriority(*model, *iVar, pnPriority); }
+int qzgetvartypecount_(QZmodel* model, int* pnCont, int* pnBin, int* pnInt) { return QZgetVarTypeCount(*model, pnCont, pnBin, pnInt); }
+int qzoptimize_(QZmodel* model, int* nMethod, int* pnStatus) { return QZoptimize(*model, *nMethod, pnStatus); }
+int qzgetsolutionstatus_(QZmodel* model, int* pnStatus) { return QZgetSolutionStatus(*model, pnStatus); }
+int qzgetmipsolutionstatus_(QZmodel* model, int* pnStatus) { return QZgetMIPSolutionStatus(*model, pnStatus); }
+int qzgetsolutioninfo_(QZmodel* model, int* pnMethod, int* pnElapsed, int* pnSpxIter, int* pnBarIter, int* pnNlpIter, int* pnPrimStatus, int* pnDualStatus, int* pnBasicStatus, double* pdPobj, double* pdDobj, double* pdPinf, double* pdDinf) { return QZgetSolutionInfo(*model, pnMethod, pnElapsed, pnSpxIter, pnBarIter, pnNlpIter, pnPrimStatus, pnDualStatus, pnBasicStatus, pdPobj, pdDobj, pdPinf, pdDinf); }
+int qzgetprimalsolution_(QZmodel* model, double* padPrimal) { return QZgetPrimalSolution(*model, padPrimal); }
+int qzgetdualsolution_(QZmodel* model, double* padDual) { return QZgetDualSolution(*model, padDual); }
+int qzgetslacks_(QZmodel* model, double* padSlacks) { return QZgetSlacks(*model, padSlacks); }
+int qzgetreducedcosts_(QZmodel* model, double* padRedcosts) { return QZgetReducedCosts(*model, padRedcosts); }
+int qzgetreducedcostscone_(QZmodel* model, double* padRedcosts) { return QZgetReducedCostsCone(*model, padRedcosts); }
+int qzgetbasis_(QZmodel* model, int* panCstatus, int* panRstatus) { return QZgetBasis(*model, panCstatus, panRstatus); }
+int qzgetmipprimalsolution_(QZmodel* model, double* padPrimal) { return QZgetMIPPrimalSolution(*model, padPrimal); }
+int qzgetmipdualsolution_(QZmodel* model, double* padDual) { return QZgetMIPDualSolution(*model, padDual); }
+int qzgetmipslacks_(QZmodel* model, double* padSlacks) { return QZgetMIPSlacks(*model, padSlacks); }
+int qzgetmipreducedcosts_(QZmodel* model, double* padRedcosts) { return QZgetMIPReducedCosts(*model, padRedcosts); }
+int qzgetmipbasis_(QZmodel* model, int* panCstatus, int* panRstatus) { return QZgetMIPBasis(*model, panCstatus, panRstatus); }
+int qzgetobjective_(QZmodel* model, double* pdObj) { return QZgetObjective(*model, pdObj); }
+int qzgetmipobjective_(QZmodel* model, double* pdObj) { return QZgetMIPObjective(*model, pdObj); }
+int qzgetsolution_(QZmodel* model, int* nWhich, double* padValues) { return QZgetSolution(*model, *nWhich, padValues); }
+int qzgetsolution2_(QZmodel* model, int* nSolType, double* padPrimal, double* padDual, double* padSlacks, double* padRedcosts) { return QZgetSolution2(*model, *nSolType, padPrimal, padDual, padSlacks, padRedcosts); }
+}  // extern "C"
