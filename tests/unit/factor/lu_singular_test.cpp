@@ -92,6 +92,21 @@ const SingularCase kSingular[] = {
        c[17].assign(s.begin(), s.end());
        return c;
      }},
+    {"dense_block_combination", 1,
+     [](int m, std::mt19937& rng) {
+       // A full 36 x 36 block: the factorization finishes it as a dense kernel.
+       auto c = diag_cols(m, rng);
+       std::uniform_real_distribution<double> u(-1.0, 1.0);
+       for (int j = 0; j < 36; ++j) {
+         c[j].clear();
+         for (int i = 0; i < 36; ++i) c[j].push_back({i, u(rng) + (i == j ? 3.0 : 0.0)});
+       }
+       std::map<int, double> s;
+       for (auto [i, v] : c[3]) s[i] += 0.5 * v;
+       for (auto [i, v] : c[7]) s[i] -= 2.0 * v;
+       c[10].assign(s.begin(), s.end());
+       return c;
+     }},
     {"structural_clash", 1,
      [](int m, std::mt19937& rng) {
        auto c = diag_cols(m, rng);
