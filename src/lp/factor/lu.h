@@ -255,7 +255,9 @@ void QZI_lu_delete(std::unique_ptr<LuFactor>& lu);
 // The default column callback for an LuCscHost.
 int QZI_lu_datacol(void* host, int var, lu::LuColumn* out);
 
-// Factors the columns rbas[0..m-1]. Returns the engine status (0 OK, 1 singular, 2 no memory).
+// Factors the columns rbas[0..m-1]. Returns the engine status (0 OK, 1 singular, 2 no memory,
+// 5 for m = 0), or minus a QZERR_* code when the host delivered a bad column (an unknown
+// variable, a row index out of range, a value that is not finite).
 int QZI_lu_fact(LuFactor& lu, const int* rbas);
 // B x = b. `save` 1 keeps the partial result as the spike of the next update.
 int QZI_lu_ftran(LuFactor& lu, const SpVec& in, SpVec& out, int save);
