@@ -13,7 +13,7 @@ namespace {
 // Switch when the active part holds this share of a full matrix and is not too big to hold.
 constexpr double kDenseShare = 0.5;
 constexpr int kDenseMin = 32;
-constexpr int kDenseMax = 4000;
+constexpr int kDenseMax = 3000;
 constexpr double kDropRel = 1e-13;
 }  // namespace
 
@@ -43,26 +43,27 @@ bool Slu::dense_kernel() {
   } catch (const std::bad_alloc&) {
     return false;
   }
-  double amax = 0.0;
+  // A column whose entries all cancelled to rounding level of its own first values holds no
+  // pivot: the drop level is relative to each column, so badly scaled columns are kept.
+  std::vector<double> cmax(nc, 0.0);
   for (int a = 0; a < nr; ++a) {
     const int i = rows[a];
     const int* ii = ur_.idx(i);
     const double* vv = ur_.val(i);
     for (int q = 0, n = ur_.len(i); q < n; ++q) {
       d[static_cast<size_t>(a) * nc + cpos[ii[q]]] = vv[q];
-      amax = std::max(amax, std::fabs(vv[q]));
+      cmax[cpos[ii[q]]] = std::max(cmax[cpos[ii[q]]], std::fabs(vv[q]));
     }
     ur_.clear(i);
     row_bucket_take(i);
   }
   for (int j : cols) col_bucket_take(j);
-  const double tiny = kDropRel * amax;
   std::vector<char> row_used(nr, 0);
   std::vector<int> live;  // rows still active
   for (int a = 0; a < nr; ++a) live.push_back(a);
   for (int k = 0; k < nc; ++k) {
     int p = -1;
-    double best = tiny;
+    double best = kDropRel * cmax[k];
     for (int a : live) {
       const double v = std::fabs(d[static_cast<size_t>(a) * nc + k]);
       if (v > best) {
