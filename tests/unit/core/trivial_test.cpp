@@ -199,3 +199,27 @@ TEST_F(Optimize, IntegerModelSolvesAsItsRelaxation) {
 
 }  // namespace
 }  // namespace zento::test
+
+namespace zento::test {
+namespace {
+
+TEST_F(Optimize, ThreadRequestsRunSeriallyUnlessRefused) {
+  std::vector<double> c{1.0}, lo{-2}, up{1};
+  std::vector<int> beg{0, 0};
+  QZmodel m = new_model();
+  ASSERT_EQ(QZloadLPData(m, 0, 1, QZ_MIN, 0, c.data(), nullptr, nullptr, 0, beg.data(), nullptr,
+                         nullptr, nullptr, lo.data(), up.data()),
+            0);
+  ASSERT_EQ(QZsetModelIntParameter(m, QZ_IPARAM_NUM_THREADS, 2), 0);
+  int status = 0;
+  ASSERT_EQ(QZoptimize(m, QZ_METHOD_FREE, &status), 0);
+  EXPECT_EQ(status, QZ_STATUS_BASIC_OPTIMAL);
+  // Parallel-phase mode with linked blocks is a combination the rules refuse.
+  ASSERT_EQ(QZsetModelIntParameter(m, QZ_IPARAM_DECOMPOSITION_TYPE, 2), 0);
+  ASSERT_EQ(QZsetModelIntParameter(m, QZ_IPARAM_MULTITHREAD_MODE, 1), 0);
+  EXPECT_EQ(QZoptimize(m, QZ_METHOD_FREE, &status), QZERR_NOT_SUPPORTED);
+  QZdeleteModel(&m);
+}
+
+}  // namespace
+}  // namespace zento::test
