@@ -300,8 +300,11 @@ int add_variables(Imodel& m, int nNew, const char* pszVarTypes, char** paszVarNa
     lp.padL.push_back(lo[j]);
     lp.padU.push_back(up[j]);
   }
-  if (pszVarTypes && lp.pszVarTypes.empty()) lp.pszVarTypes.assign(static_cast<size_t>(oldCols), 'C');
-  if (!lp.pszVarTypes.empty()) lp.pszVarTypes.insert(lp.pszVarTypes.end(), type.begin(), type.end());
+  // The type array is created on first use; an existing one grows with every addition.
+  if (pszVarTypes || !lp.pszVarTypes.empty()) {
+    lp.pszVarTypes.resize(static_cast<size_t>(oldCols), 'C');
+    lp.pszVarTypes.insert(lp.pszVarTypes.end(), type.begin(), type.end());
+  }
   append_names(m.names.cols, oldCols, nNew, paszVarNames);
   if (!m.priorities.empty()) m.priorities.resize(newCols, 0);
   if (!m.quad.termsPerVar.empty()) m.quad.termsPerVar.resize(newCols, 0);
