@@ -3,6 +3,7 @@
 // Formats from files are host text handed to snprintf, so each is checked first: exactly one
 // conversion, whose letter fits the type of the key, with flags, width and precision only.
 #include <cstdarg>
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "core/errors.h"
 #include "core/info.h"
 #include "core/log.h"
+#include "core/params/param_access.h"
 
 namespace zento {
 
@@ -32,33 +34,6 @@ std::vector<FmtRow> rows_of(const FmtSpec (&t)[N]) {
   out.reserve(N);
   for (const FmtSpec& s : t) out.push_back({s.name, s.label, s.fmt, s.fmtSql});
   return out;
-}
-
-// Parameters the tables name, read from the model's blocks.
-struct ParamField {
-  const char* name;
-  double (*get)(const Imodel&);
-};
-
-constexpr ParamField kParams[] = {
-    {"QZ_IPARAM_IIS_INFEAS_NORM", [](const Imodel& m) -> double { return m.IISPam.iis_infeas_norm; }},
-    {"QZ_IPARAM_IIS_METHOD", [](const Imodel& m) -> double { return m.IISPam.iis_method; }},
-    {"QZ_IPARAM_STOC_METHOD", [](const Imodel& m) -> double { return m.SPPam.stoc_method; }},
-    {"QZ_DPARAM_CALLBACKFREQ", [](const Imodel& m) { return m.SolverPam.callbackfreq; }},
-    {"QZ_IPARAM_NUM_THREADS", [](const Imodel& m) -> double { return m.SolverPam.num_threads; }},
-    {"QZ_DPARAM_SOLVER_FEASTOL", [](const Imodel& m) { return m.SplexPam.solver_feastol; }},
-    {"QZ_DPARAM_SOLVER_OPTTOL", [](const Imodel& m) { return m.SplexPam.solver_opttol; }},
-    {"QZ_IPARAM_LP_PRINTLEVEL", [](const Imodel& m) -> double { return m.SplexPam.lp_printlevel; }},
-    {"QZ_IPARAM_LP_PRELEVEL", [](const Imodel& m) -> double { return m.SplexPam.lp_prelevel; }},
-    {"QZ_IPARAM_LP_SCALE", [](const Imodel& m) -> double { return m.SplexPam.lp_scale; }},
-    {"QZ_IPARAM_NLP_PRINTLEVEL", [](const Imodel& m) -> double { return m.NLPPam.nlp_printlevel; }},
-    {"QZ_IPARAM_MIP_PRINTLEVEL", [](const Imodel& m) -> double { return m.BandBPam.mip_printlevel; }},
-};
-
-const ParamField* find_param(std::string_view name) {
-  for (const ParamField& p : kParams)
-    if (name == p.name) return &p;
-  return nullptr;
 }
 
 std::string sformat(const char* fmt, ...) {
@@ -123,16 +98,27 @@ struct RowValue {
   std::string s;
 };
 
+// A parameter's current value on the model, as int and as double.
+bool read_param_value(Imodel& m, const ParItem& item, RowValue& out) {
+  const ParTarget t = ParTarget::of(&m);
+  if (item.xxx_type == QZ_INT_PARAMETER_TYPE) {
+    if (param_get_int(t, item.xxx_id, &out.i, is_stoc_param(item.xxx_id)) != 0) return false;
+    out.d = out.i;
+    return true;
+  }
+  if (param_get_dou(t, item.xxx_id, &out.d, is_stoc_param(item.xxx_id)) != 0) return false;
+  out.i = static_cast<int>(out.d);
+  return true;
+}
+
 int resolve_and_read(Imodel& m, const FmtRow& row, RowValue& out) {
   out.type = key_type_of_name(row.name);
   const bool param = row.name.find("PARAM") != std::string::npos;
   if (out.type == KeyType::kUnknown) return QZERR_ERROR_IN_INPUT;
   if (param) {
-    const ParamField* p = find_param(row.name);
-    if (p == nullptr) return QZERR_ERROR_IN_INPUT;
-    out.d = p->get(m);
-    out.i = static_cast<int>(out.d);
-    out.ok = true;
+    const ParItem* item = param_row_by_name(m.env, row.name.c_str());
+    if (item == nullptr) return QZERR_ERROR_IN_INPUT;
+    out.ok = read_param_value(m, *item, out);
     return 0;
   }
   const int key = key_by_name(row.name);
@@ -222,6 +208,40 @@ int read_format_file(const char* path, std::vector<FmtRow>& rows) {
   return 0;
 }
 
+namespace {
+
+int copy_formatted(const std::string& header, const std::string& data, char* szHeader,
+                   char* szData) {
+  if (header.size() >= QZ_FORMATTED_INFO_MAXLEN || data.size() >= QZ_FORMATTED_INFO_MAXLEN)
+    return QZERR_ARRAY_OUT_OF_BOUNDS;
+  std::memcpy(szHeader, header.c_str(), header.size() + 1);
+  std::memcpy(szData, data.c_str(), data.size() + 1);
+  return 0;
+}
+
+// `bapps_partable`: the parameters a tuning run searches, in identifier order, at most 128.
+std::vector<const ParItem*> bapps_partable() {
+  std::vector<const ParItem*> out;
+  for (const ParItem* it = parlist(); it->xxx_id != 0; ++it)
+    if (it->xxx_step >= 0 && it->xxx_class != 0) out.push_back(it);
+  std::sort(out.begin(), out.end(),
+            [](const ParItem* a, const ParItem* b) { return a->xxx_id < b->xxx_id; });
+  if (out.size() > 128) out.resize(128);
+  return out;
+}
+
+int format_parameter_list(Imodel& m, std::string& header, std::string& data) {
+  for (const ParItem* item : bapps_partable()) {
+    RowValue v;
+    if (!read_param_value(m, *item, v)) continue;
+    header += sformat("%s,", item->xxx_szid);
+    data += item->xxx_type == QZ_INT_PARAMETER_TYPE ? sformat("%d,", v.i) : sformat("%g,", v.d);
+  }
+  return 0;
+}
+
+}  // namespace
+
 int get_formatted_info(Imodel* m, const char* szFormatFile, char* szHeader, char* szData,
                        int nSelector) {
   if (m == nullptr || szHeader == nullptr || szData == nullptr) return QZERR_ILLEGAL_NULL_POINTER;
@@ -242,9 +262,11 @@ int get_formatted_info(Imodel* m, const char* szFormatFile, char* szHeader, char
       case 7: rows = rows_of(db_gop_fmt); break;
       case 8: rows = rows_of(db_milp_fmt); break;
       case 9: rows = rows_of(db_minlp_fmt); break;
-      // The parameter list walks the parameter registry, which this build reads only
-      // through the blocks.
-      case 10: return QZERR_NOT_SUPPORTED;
+      case 10: {
+        std::string header, data;
+        QZ_CALL(format_parameter_list(*m, header, data));
+        return copy_formatted(header, data, szHeader, szData);
+      }
       case 11:
       case 12: rows = rows_of(model_fmt); break;
       case 13: rows = rows_of(db_iis_fmt); break;
@@ -256,11 +278,7 @@ int get_formatted_info(Imodel* m, const char* szFormatFile, char* szHeader, char
   }
   std::string header, data;
   QZ_CALL(format_rows(*m, rows, header, data));
-  if (header.size() >= QZ_FORMATTED_INFO_MAXLEN || data.size() >= QZ_FORMATTED_INFO_MAXLEN)
-    return QZERR_ARRAY_OUT_OF_BOUNDS;
-  std::memcpy(szHeader, header.c_str(), header.size() + 1);
-  std::memcpy(szData, data.c_str(), data.size() + 1);
-  return 0;
+  return copy_formatted(header, data, szHeader, szData);
 }
 
 }  // namespace zento

@@ -69,7 +69,21 @@ TEST_F(Formatted, MissingRecordsLeaveEmptyColumns) {
 
 TEST_F(Formatted, BadSelectors) {
   for (int s : {-1, 17, 1000}) EXPECT_EQ(Lines(em.model, nullptr, s).rc, QZERR_PARAM_OUT_OF_RANGE) << s;
-  EXPECT_EQ(Lines(em.model, nullptr, 10).rc, QZERR_NOT_SUPPORTED);
+}
+
+TEST_F(Formatted, ParameterListFollowsTheModelsValues) {
+  ASSERT_EQ(QZsetModelDouParameter(em.model, QZ_DPARAM_SOLVER_FEASTOL, 2.5e-8), 0);
+  Lines l(em.model, nullptr, 10);
+  ASSERT_EQ(l.rc, 0);
+  const std::string h = l.h(), d = l.d();
+  const size_t at = h.find("QZ_DPARAM_SOLVER_FEASTOL,");
+  ASSERT_NE(at, std::string::npos) << h;
+  // The value sits in the same column of the data line as the name in the header.
+  const size_t column = static_cast<size_t>(std::count(h.begin(), h.begin() + at, ','));
+  size_t pos = 0;
+  for (size_t k = 0; k < column; ++k) pos = d.find(',', pos) + 1;
+  EXPECT_EQ(d.substr(pos, d.find(',', pos) - pos), "2.5e-08");
+  EXPECT_EQ(std::count(h.begin(), h.end(), ','), std::count(d.begin(), d.end(), ','));
 }
 
 TEST_F(Formatted, NullArguments) {
@@ -86,11 +100,12 @@ TEST_F(Formatted, FormatFileRows) {
                                   "\n"
                                   "obj;%8.3f;QZ_DINFO_POBJ\n"
                                   "kind\t%4s\tQZ_SINFO_MODEL_TYPE\n"
-                                  "norm %3d QZ_IPARAM_IIS_INFEAS_NORM\n");
+                                  "norm %3d QZ_IPARAM_IIS_INFEAS_NORM\n"
+                                  "lu %4d QZ_IPARAM_LU_NUM_CANDITS\n");
   Lines l(em.model, f.c_str(), 999);  // the selector is not looked at
   ASSERT_EQ(l.rc, 0);
-  EXPECT_EQ(l.h(), " vars,     obj,kind,norm,");
-  EXPECT_EQ(l.d(), "    3,   3.000,  LP,  0,");
+  EXPECT_EQ(l.h(), " vars,     obj,kind,norm,  lu,");
+  EXPECT_EQ(l.d(), "    3,   3.000,  LP,  0,   4,");
 }
 
 TEST_F(Formatted, SqlModeQuotesText) {
