@@ -139,9 +139,6 @@ int add_constraints(Imodel& m, int nNew, const char* pszConTypes, char** paszCon
       return QZERR_ILLEGAL_NULL_POINTER;
   }
   const long long total = to - from;
-  if (total > 0 && (static_cast<long long>(m.nAnnz) + total > INT_MAX ||
-                    static_cast<long long>(m.lp.paiAcols[m.nVars]) + total > INT_MAX))
-    return QZERR_OUT_OF_MEMORY;
   std::vector<int>& scr = m.addScratch;
   if (scr.size() < 2 * static_cast<size_t>(m.nVars)) scr.resize(2 * static_cast<size_t>(m.nVars), 0);
   ScratchReset reset{scr, paiCols, from, to, m.nVars};
@@ -155,6 +152,10 @@ int add_constraints(Imodel& m, int nNew, const char* pszConTypes, char** paszCon
       scr[2 * j] = r + 1;
       ++scr[2 * j + 1];
     }
+  // Entries passed the checks, so columns exist and the matrix arrays with them.
+  if (total > 0 && (static_cast<long long>(m.nAnnz) + total > INT_MAX ||
+                    static_cast<long long>(m.lp.paiAcols[m.nVars]) + total > INT_MAX))
+    return QZERR_OUT_OF_MEMORY;
 
   make_empty_loaded(m);
   LinearData& lp = m.lp;
@@ -180,8 +181,14 @@ int add_constraints(Imodel& m, int nNew, const char* pszConTypes, char** paszCon
       if (scr[2 * j + 1] > gap) shortage += scr[2 * j + 1] - gap;
     }
     if (shortage > 0) {
-      std::vector<int> need(static_cast<size_t>(m.nVars), 0);
-      for (int p = from; p < to; ++p) need[paiCols[p]] = scr[2 * paiCols[p] + 1];
+      // The matrix is copied anyway: every column gets room for later rows too (2 plus an
+      // eighth of its length), so that a loop adding rows one by one widens rarely.
+      std::vector<int> need(static_cast<size_t>(m.nVars));
+      for (int j = 0; j < m.nVars; ++j) need[j] = 2 + lp.panAcols[j] / 8;
+      for (int p = from; p < to; ++p) {
+        const int j = paiCols[p];
+        need[j] = scr[2 * j + 1] + 2 + lp.panAcols[j] / 8;
+      }
       QZ_CALL(add_empty_spaces_acolumns(m, need.data()));
     }
     // New rows have the largest indices, so columns that were sorted stay sorted.

@@ -151,7 +151,9 @@ int ensure_column_room(Imodel& m, int j, int extra) {
   LinearData& lp = m.lp;
   const int gap = lp.paiAcols[j + 1] - lp.paiAcols[j] - lp.panAcols[j];
   if (gap >= extra) return 0;
-  const int shortage = extra - gap;
+  // A little more than the shortage, so that a column grown entry by entry moves its
+  // successors only now and then.
+  const int shortage = extra - gap + 4 + lp.panAcols[j] / 8;
   const long long size = static_cast<long long>(lp.paiAcols[m.nVars]) + shortage;
   if (size > INT_MAX) return QZERR_OUT_OF_MEMORY;
   // Both reservations before any move, so a failure changes nothing.

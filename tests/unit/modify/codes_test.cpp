@@ -154,6 +154,12 @@ TEST_F(ModifyFixture, NullModelUnloadedModelAndZeroCounts) {
   EXPECT_EQ(QZmodifyRHS(m, 1, idx, v), QZERR_NO_MODEL_LOADED);
   EXPECT_EQ(QZmodifyObjConstant(m, 1.0), QZERR_NO_MODEL_LOADED);
   EXPECT_EQ(QZdeleteConstraints(m, 1, idx), QZERR_NO_MODEL_LOADED);
+  // Additions may start an empty model, but a refused one leaves it unloaded.
+  const int rb[] = {0, 1};
+  EXPECT_EQ(QZaddConstraints(m, 1, "L", nullptr, rb, v, idx, v), QZERR_INDEX_OUT_OF_RANGE);
+  EXPECT_EQ(QZgetDimensions(m, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                            nullptr, nullptr, nullptr, nullptr),
+            QZERR_INFO_NOT_AVAILABLE);
   build_rich(m, false);
   const Snapshot before = snapshot(m);
   const std::vector<std::pair<const char*, std::function<int()>>> zero = {
