@@ -139,6 +139,23 @@ struct BaseStats {
   bool stale = false;  // data changed since the statistics were computed
 };
 
+// Block or time structure of rows and columns (block numbers from 0), with the names of the
+// blocks when a file gave them; `type` 1 is a time structure given by first members (LP).
+struct BlockStructure {
+  int nBlocks = 0;
+  int type = 0;
+  std::vector<int> rowBlock, colBlock;
+  std::vector<std::string> names;
+};
+
+// Where the model was read from and what the reader added to the file's own columns.
+struct FileInfo {
+  std::string dir, stem, ext;
+  int nFileVars = 0;      // columns of the file, before range slacks
+  int nRangeSlacks = 0;   // one column and one nonzero each
+  int nIndicatorNnz = 0;  // nonzeros added when indicator rows were made linear
+};
+
 struct Callbacks {
   QZcallback_t progress = nullptr;
   void* progressData = nullptr;
@@ -228,6 +245,8 @@ struct Imodel {
   int fileErrorLine = 0;
   std::string fileErrorText;
 
+  zento::FileInfo fileInfo;
+  zento::BlockStructure blocks;
   // Parameter values of the reference model of QZsetParModel, by registry row; empty if none.
   std::vector<double> parRefValues;
 
