@@ -100,6 +100,8 @@ typedef struct Imodel* QZmodel;
 #include "zento_errors.h"
 #include "zento_params.h"
 #include "zento_info.h"
+#include "zento_io.h"
+#include "zento_modify.h"
 
 #ifdef __cplusplus
 extern "C" {

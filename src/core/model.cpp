@@ -86,6 +86,8 @@ void clear_model(Imodel& m) {
   m.start = StartPoints{};
   m.priorities.clear();
   m.baseStats = BaseStats{};
+  m.fileInfo = FileInfo{};
+  m.blocks = BlockStructure{};
   m.modelState = QZ_STATUS_UNLOADED;
 }
 

@@ -38,6 +38,9 @@ struct LinearData {
   std::vector<double> padL;
   std::vector<double> padU;
   std::vector<char> pszVarTypes;  // empty: all continuous
+  // Row indices ascend within every column. Capacities of the families are the capacities of
+  // these vectors (QZsetProbAllocSizes reserves them).
+  bool rowsSorted = false;
 };
 
 // Row-wise copy of the matrix, built on demand (`setup_Acolpos`).
@@ -133,6 +136,24 @@ struct BaseStats {
   double ratio[5] = {0, 0, 0, 0, 0};
   int badScale = 0;
   int nBin = 0, nInt = 0, nBinRows = 0, nIntRows = 0;
+  bool stale = false;  // data changed since the statistics were computed
+};
+
+// Block or time structure of rows and columns (block numbers from 0), with the names of the
+// blocks when a file gave them; `type` 1 is a time structure given by first members (LP).
+struct BlockStructure {
+  int nBlocks = 0;
+  int type = 0;
+  std::vector<int> rowBlock, colBlock;
+  std::vector<std::string> names;
+};
+
+// Where the model was read from and what the reader added to the file's own columns.
+struct FileInfo {
+  std::string dir, stem, ext;
+  int nFileVars = 0;      // columns of the file, before range slacks
+  int nRangeSlacks = 0;   // one column and one nonzero each
+  int nIndicatorNnz = 0;  // nonzeros added when indicator rows were made linear
 };
 
 struct Callbacks {
@@ -224,6 +245,8 @@ struct Imodel {
   int fileErrorLine = 0;
   std::string fileErrorText;
 
+  zento::FileInfo fileInfo;
+  zento::BlockStructure blocks;
   // Parameter values of the reference model of QZsetParModel, by registry row; empty if none.
   std::vector<double> parRefValues;
 
@@ -235,4 +258,8 @@ struct Imodel {
   std::string modelFileName, modelSource, stocFileName;
   int nNLPcons = 0;  // rows and columns that appear in nonlinear terms
   int nNLPvars = 0;
+  // Per column, zero between calls: duplicate marks and counts of QZaddConstraints.
+  std::vector<int> addScratch;
+  // Columns added by QZaddArtColumns, in model numbering.
+  std::vector<int> artCols;
 };

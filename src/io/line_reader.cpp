@@ -1,0 +1,87 @@
+// Lines out of blocks.
+#include "io/line_reader.h"
+
+#include <cstring>
+
+namespace zento::io {
+
+namespace {
+constexpr size_t kBlockBytes = 0x280000;
+// Small files are read through a small first block; the full block comes with the first file
+// that fills it.
+constexpr size_t kFirstBlockBytes = 0x10000;
+}
+
+LineReader::LineReader(Stream* s, const char* commentChars) : s_(s), comment_(commentChars) {}
+
+bool LineReader::fill() {
+  if (eof_) return false;
+  if (buf_.empty()) buf_.resize(kFirstBlockBytes + 1);
+  size_t cap = buf_.size() - 1;
+  pos_ = 0;
+  fill_ = qzs_fread(buf_.data(), 1, cap, s_);
+  if (fill_ == cap && cap < kBlockBytes) {
+    buf_.resize(kBlockBytes + 1);
+    cap = kBlockBytes;
+    fill_ += qzs_fread(buf_.data() + fill_, 1, cap - fill_, s_);
+  }
+  if (qzs_ioerr(s_)) readFailed_ = true;
+  if (fill_ < cap) eof_ = true;
+  return fill_ > 0;
+}
+
+bool LineReader::rewind() {
+  if (qzs_rewind(s_) != 0) return false;
+  pos_ = fill_ = 0;
+  eof_ = false;
+  line_ = 0;
+  return true;
+}
+
+// One physical line: keeps its first bytes, measures it, and notes control bytes. A line
+// that runs past the block continues in the next block.
+bool LineReader::take_line(RawLine& out) {
+  if (pos_ == fill_ && !fill()) return false;
+  out.len = 0;
+  out.fullLen = 0;
+  out.hasControl = false;
+  long long length = 0;
+  bool any = false;
+  for (;;) {
+    if (pos_ == fill_ && !fill()) break;
+    const char* start = buf_.data() + pos_;
+    const size_t avail = fill_ - pos_;
+    const char* nl = static_cast<const char*>(std::memchr(start, '\n', avail));
+    const size_t n = nl ? static_cast<size_t>(nl - start) : avail;
+    any = true;
+    for (size_t k = 0; k < n; ++k) {
+      unsigned char c = static_cast<unsigned char>(start[k]);
+      if (c == '\r') c = ' ';
+      if (c < 32 && c != '\t') out.hasControl = true;
+      if (c == 127) out.hasControl = true;
+      ++length;
+      if (c != ' ' && c != '\t') out.fullLen = length;
+      if (out.len <= kMaxLineBytes) out.text[out.len++] = static_cast<char>(c);
+    }
+    pos_ += n;
+    if (nl) {
+      ++pos_;
+      break;
+    }
+  }
+  if (!any) return false;
+  out.text[out.len] = '\0';
+  ++line_;
+  return true;
+}
+
+bool LineReader::next(RawLine& out) {
+  while (take_line(out)) {
+    if (out.fullLen == 0) continue;
+    if (out.text[0] != '\0' && std::strchr(comment_, out.text[0]) != nullptr) continue;
+    return true;
+  }
+  return false;
+}
+
+}  // namespace zento::io

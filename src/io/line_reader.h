@@ -1,0 +1,48 @@
+// Block-buffered line reader shared by the text readers: it reads the input in blocks of
+// 2.5 MB, cuts lines at newlines, counts every line, and passes blank lines and comment lines
+// over.
+#pragma once
+
+#include <vector>
+
+#include "io/stream.h"
+
+namespace zento::io {
+
+constexpr int kMaxLineBytes = 255;  // longer data lines are refused by the readers
+
+struct RawLine {
+  char text[kMaxLineBytes + 2] = {};  // the line as read, at most 256 bytes, zero-terminated
+  int len = 0;                        // bytes in text
+  long long fullLen = 0;              // length of the line without its trailing blanks
+  bool hasControl = false;            // a zero byte or another control character
+};
+
+class LineReader {
+ public:
+  // `commentChars` lists the first bytes that make a line a comment.
+  explicit LineReader(Stream* s, const char* commentChars = "*");
+
+  // The next line that is neither blank nor a comment; false at the end of the input.
+  // A last line without a newline counts as a line.
+  bool next(RawLine& out);
+  // Number of the line last returned, from 1; lines passed over count.
+  int line_number() const { return line_; }
+  bool read_failed() const { return readFailed_; }
+  // Starts again at the first byte.
+  bool rewind();
+
+ private:
+  bool fill();
+  bool take_line(RawLine& out);
+
+  Stream* s_;
+  const char* comment_;
+  std::vector<char> buf_;
+  size_t pos_ = 0, fill_ = 0;
+  bool eof_ = false;
+  bool readFailed_ = false;
+  int line_ = 0;
+};
+
+}  // namespace zento::io

@@ -1,0 +1,251 @@
+// MPS tokenizers.
+#include "io/mps_tokens.h"
+
+#include <cctype>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+
+namespace zento::io {
+
+namespace {
+
+bool is_blank(char c) { return c == ' ' || c == '\t'; }
+
+// Splits into words; `comments` drops a word starting with '$' or '!' and all behind it.
+// Returns the word count, which may exceed `cap`; only `cap` pointers are stored.
+int split_words(const RawLine& raw, char* store, const char** words, int cap, bool comments) {
+  std::memcpy(store, raw.text, static_cast<size_t>(raw.len));
+  store[raw.len] = '\0';
+  int n = 0;
+  char* p = store;
+  char* end = store + raw.len;
+  while (p < end) {
+    while (p < end && is_blank(*p)) *p++ = '\0';
+    if (p >= end) break;
+    if (comments && (*p == '$' || *p == '!')) {
+      *p = '\0';
+      break;
+    }
+    if (n < cap) words[n] = p;
+    ++n;
+    while (p < end && !is_blank(*p)) ++p;
+  }
+  return n;
+}
+
+void place(MpsLine& out, const char* const* tok, std::initializer_list<int> fields) {
+  int k = 0;
+  for (int f : fields) out.f[f] = tok[k++];
+}
+
+// Data line placement of the free layout by state.
+bool place_free(MpsLine& out, const char* const* t, int n, int state) {
+  switch (state) {
+    case kObjSense:
+      if (n >= 1) out.f[2] = t[0];
+      return true;
+    case kRows:
+      if (n > 7) return false;
+      for (int k = 0; k < n; ++k) out.f[k + 1] = t[k];
+      return true;
+    case kColumns:
+      if (n == 5) {
+        place(out, t, {2, 3, 4, 5, 6});
+      } else if (n == 3) {
+        if (std::strcmp(t[1], "'MARKER'") == 0)
+          place(out, t, {2, 3, 5});
+        else
+          place(out, t, {2, 3, 4});
+      } else if (n == 4 && std::strcmp(t[2], "'MARKER'") == 0) {
+        place(out, t, {1, 2, 3, 5});
+      } else {
+        return false;
+      }
+      return true;
+    case kRhs:
+    case kRanges:
+      if (n == 5)
+        place(out, t, {2, 3, 4, 5, 6});
+      else if (n == 4)
+        place(out, t, {3, 4, 5, 6});
+      else if (n == 3)
+        place(out, t, {2, 3, 4});
+      else if (n == 2)
+        place(out, t, {3, 4});
+      else
+        return false;
+      return true;
+    case kBounds: {
+      if (n > 4) return false;
+      const char* tag = t[0];
+      const bool valued = iequals(tag, "UP") || iequals(tag, "LO") || iequals(tag, "FX") ||
+                          iequals(tag, "UI") || iequals(tag, "LI");
+      const bool bare = iequals(tag, "BV") || iequals(tag, "PL") || iequals(tag, "MI") ||
+                        iequals(tag, "FR");
+      // "SC x 5" has no set name when its last word is a number.
+      const bool scValued = iequals(tag, "SC") && n == 3 && parse_number(t[2], nullptr);
+      if (n == 3 && (valued || scValued))
+        place(out, t, {1, 3, 4});
+      else if (n == 2 && bare)
+        place(out, t, {1, 3});
+      else
+        for (int k = 0; k < n; ++k) out.f[k + 1] = t[k];
+      return true;
+    }
+    case kQuadObj:
+    case kQuadRow:
+      if (n > 3) return false;
+      for (int k = 0; k < n; ++k) out.f[k + 2] = t[k];
+      return true;
+    case kCone:
+      if (n > 1) return false;
+      if (n == 1) out.f[2] = t[0];
+      return true;
+    case kIndicators:
+      if (n > 4) return false;
+      for (int k = 0; k < n; ++k) out.f[k + 1] = t[k];
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Copies columns [a, b] of the line, blank padded, trimmed on both sides; null when blank.
+const char* fixed_field(const RawLine& raw, int a, int b, char*& cursor) {
+  int lo = a, hi = b;
+  auto at = [&](int k) { return k < raw.len ? raw.text[k] : ' '; };
+  while (lo <= hi && is_blank(at(lo))) ++lo;
+  while (hi >= lo && is_blank(at(hi))) --hi;
+  if (lo > hi) return nullptr;
+  char* out = cursor;
+  for (int k = lo; k <= hi; ++k) *cursor++ = at(k);
+  *cursor++ = '\0';
+  return out;
+}
+
+constexpr int kFieldCols[7][2] = {{0, 0}, {1, 2}, {4, 11}, {14, 21}, {24, 35}, {39, 46}, {49, 60}};
+
+bool has_stray_bytes(const RawLine& raw) {
+  for (int k = 0; k < raw.len; ++k) {
+    if (is_blank(raw.text[k])) continue;
+    bool inside = false;
+    for (int f = 1; f <= 6 && !inside; ++f) inside = k >= kFieldCols[f][0] && k <= kFieldCols[f][1];
+    if (!inside) return true;
+  }
+  return false;
+}
+
+bool fill_fixed_section(const RawLine& raw, MpsLine& out) {
+  out.section = true;
+  out.nword = split_words(raw, out.store, out.word, 8, false);
+  out.f[1] = out.word[0];
+  char* cursor = out.store + kMaxLineBytes + 2;
+  out.f[3] = fixed_field(raw, 14, 21, cursor);
+  out.ntok = out.f[3] ? 2 : 1;
+  return true;
+}
+
+}  // namespace
+
+bool iequals(const char* a, const char* b) {
+  if (a == nullptr || b == nullptr) return false;
+  for (; *a && *b; ++a, ++b)
+    if (std::toupper(static_cast<unsigned char>(*a)) != std::toupper(static_cast<unsigned char>(*b)))
+      return false;
+  return *a == *b;
+}
+
+bool QZI_IsNumber(const char* token) {
+  if (token == nullptr) return true;
+  while (is_blank(*token)) ++token;
+  for (; *token; ++token) {
+    const char c = *token;
+    if (!std::isdigit(static_cast<unsigned char>(c)) && c != '+' && c != '-' && c != '.' &&
+        c != 'e' && c != 'E' && c != 'd' && c != 'D')
+      return false;
+  }
+  return true;
+}
+
+bool parse_number(const char* token, double* value) {
+  if (token == nullptr || *token == '\0' || !QZI_IsNumber(token)) return false;
+  char buf[64];
+  const size_t n = std::strlen(token);
+  if (n >= sizeof buf) return false;
+  for (size_t k = 0; k <= n; ++k) buf[k] = (token[k] == 'd' || token[k] == 'D') ? 'e' : token[k];
+  char* end = nullptr;
+  const double v = std::strtod(buf, &end);
+  if (end == buf || *end != '\0' || !std::isfinite(v)) return false;
+  if (value) *value = v;
+  return true;
+}
+
+bool tokenize_free(const RawLine& raw, int state, MpsLine& out) {
+  out = MpsLine{};
+  const char* tok[8] = {};
+  const int n = split_words(raw, out.store, tok, 8, true);
+  out.ntok = n;
+  if (std::isalpha(static_cast<unsigned char>(raw.text[0]))) {
+    out.section = true;
+    out.nword = n < 8 ? n : 8;
+    for (int k = 0; k < out.nword; ++k) out.word[k] = tok[k];
+    for (int k = 0; k < n && k < 7; ++k) out.f[k + 1] = tok[k];
+    if (state == kStart) {
+      out.f[3] = out.f[2];
+      out.f[2] = nullptr;
+    }
+    return true;
+  }
+  if (n == 0) return true;
+  if (n > 7) return false;
+  return place_free(out, tok, n, state);
+}
+
+bool tokenize_fixed(const RawLine& raw, int state, MpsLine& out) {
+  out = MpsLine{};
+  if (!is_blank(raw.text[0])) return fill_fixed_section(raw, out);
+  if (state == kColumns && std::strstr(raw.text, "'MARKER'") != nullptr)
+    return tokenize_free(raw, state, out);
+  char* cursor = out.store;
+  for (int f = 1; f <= 6; ++f) {
+    out.f[f] = fixed_field(raw, kFieldCols[f][0], kFieldCols[f][1], cursor);
+    if (out.f[f]) ++out.ntok;
+  }
+  return true;
+}
+
+int fixed_layout_vote(const RawLine& raw, int state) {
+  if (!is_blank(raw.text[0])) return 0;
+  if (state == kColumns && std::strstr(raw.text, "'MARKER'") != nullptr) return 0;
+  if (has_stray_bytes(raw)) return -1;
+  MpsLine fx, fr;
+  tokenize_fixed(raw, state, fx);
+  auto num = [](const char* t) { return t == nullptr || parse_number(t, nullptr); };
+  bool valid = true;
+  switch (state) {
+    case kRows:
+      valid = fx.f[1] && fx.f[2] && !fx.f[3] && !fx.f[4] && !fx.f[5] && !fx.f[6];
+      break;
+    case kColumns:
+    case kRhs:
+    case kRanges:
+      valid = !fx.f[1] && fx.f[3] && fx.f[4] && num(fx.f[4]) && (!fx.f[5] == !fx.f[6]) &&
+              num(fx.f[6]) && (state != kColumns || fx.f[2]);
+      break;
+    case kBounds:
+      valid = fx.f[1] && fx.f[3] && num(fx.f[4]) && !fx.f[5] && !fx.f[6];
+      break;
+    default:
+      return 0;
+  }
+  if (!valid) return -1;
+  if (!tokenize_free(raw, state, fr)) return 1;
+  for (int f = 1; f <= 6; ++f) {
+    if (!fx.f[f] != !fr.f[f]) return 1;
+    if (fx.f[f] && std::strcmp(fx.f[f], fr.f[f]) != 0) return 1;
+  }
+  return 0;
+}
+
+}  // namespace zento::io

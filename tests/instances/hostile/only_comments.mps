@@ -1,0 +1,3 @@
+* nothing but a comment
+
+*another
