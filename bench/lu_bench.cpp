@@ -98,6 +98,8 @@ void fill_counters(benchmark::State& st, Prepared& p, LuFactor& lu) {
   if (p.ref.available) {
     st.counters["fill_klu"] = p.ref.klu;
     st.counters["fill_umf"] = p.ref.umfpack;
+    st.counters["klu_ms"] = p.ref.klu_ms;
+    st.counters["umf_ms"] = p.ref.umf_ms;
   }
 }
 
