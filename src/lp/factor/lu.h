@@ -204,6 +204,7 @@ class LuFactor {
   // New row count: the engine is rebuilt and must factor again.
   [[nodiscard]] int redim(int m);
   int m() const { return m_; }
+  // Read freely; change through QZI_lu_set_ipar / QZI_lu_set_dpar, which tell the engine.
   LuOptions& options() { return opt_; }
   const LuOptions& options() const { return opt_; }
   LuEngine& engine() { return *engine_; }
