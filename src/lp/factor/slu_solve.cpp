@@ -1,0 +1,368 @@
+// SLU forward and backward solves: L etas, row etas, U, product-form etas; each stage either
+// over the depth-first reach of a sparse vector or as a dense loop.
+#include <algorithm>
+#include <cmath>
+
+#include "lp/factor/slu.h"
+
+namespace zento::lu {
+
+void store_work(WorkVec& w, SpVec& out, const int* map, bool dense_out, double eps) {
+  const int m = static_cast<int>(w.x.size());
+  if (static_cast<int>(out.val.size()) < m) out.resize(m);
+  if (dense_out) {
+    double* o = out.val.data();
+    if (w.n >= 0) {
+      std::fill(o, o + m, 0.0);
+      for (int k = 0; k < w.n; ++k) {
+        const int i = w.list[k];
+        const double v = w.x[i];
+        w.x[i] = 0.0;
+        if (std::fabs(v) > eps) o[map ? map[i] : i] = v;
+      }
+    } else {
+      for (int i = 0; i < m; ++i) {
+        const double v = w.x[i];
+        w.x[i] = 0.0;
+        o[map ? map[i] : i] = std::fabs(v) > eps ? v : 0.0;
+      }
+    }
+    w.n = 0;
+    out.n = -1;
+    ++out.ndense;
+    return;
+  }
+  int cnt = 0;
+  if (w.n >= 0) {
+    for (int k = 0; k < w.n; ++k) {
+      const int i = w.list[k];
+      const double v = w.x[i];
+      w.x[i] = 0.0;
+      if (std::fabs(v) > eps) {
+        out.idx[cnt] = map ? map[i] : i;
+        out.val[cnt++] = v;
+      }
+    }
+  } else {
+    for (int i = 0; i < m; ++i) {
+      const double v = w.x[i];
+      if (v == 0.0) continue;
+      w.x[i] = 0.0;
+      if (std::fabs(v) > eps) {
+        out.idx[cnt] = map ? map[i] : i;
+        out.val[cnt++] = v;
+      }
+    }
+  }
+  w.n = 0;
+  out.n = cnt;
+  ++out.nsparse;
+}
+
+// Rebuilds the list of a sparse work vector from a reach: keeps the nonzeros only.
+static void keep_nonzeros(WorkVec& w, const int* nodes, int cnt) {
+  int n = 0;
+  for (int q = 0; q < cnt; ++q) {
+    const int i = nodes[q];
+    if (w.x[i] != 0.0) w.list[n++] = i;
+  }
+  w.n = n;
+}
+
+void Slu::relist(WorkVec& w) {
+  int n = 0;
+  for (int i = 0; i < m_; ++i)
+    if (w.x[i] != 0.0) w.list[n++] = i;
+  w.n = n;
+}
+
+void Slu::ftran_l(WorkVec& w, bool sparse) {
+  const double eps = opt_->eps_nonz;
+  const int T = static_cast<int>(l_row_.size());
+  if (T == 0) return;
+  if (sparse && w.n >= 0) {
+    const int limit = static_cast<int>(opt_->spvtol_ftran * m_);
+    auto adj = [this](int r) -> std::pair<const int*, const int*> {
+      const int t = l_eta_of_row_[r];
+      if (t < 0) return {nullptr, nullptr};
+      return {l_idx_.data() + l_start_[t], l_idx_.data() + l_start_[t + 1]};
+    };
+    const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_, limit);
+    if (top >= 0) {
+      const int* out = rw_.out.data();
+      for (int q = top; q < m_; ++q) {
+        const int r = out[q];
+        const double xr = w.x[r];
+        const int t = l_eta_of_row_[r];
+        if (t < 0) continue;
+        if (std::fabs(xr) <= eps) continue;
+        const int b = l_start_[t], e = l_start_[t + 1];
+        work_count_ += e - b;
+        for (int k = b; k < e; ++k) w.x[l_idx_[k]] -= l_val_[k] * xr;
+      }
+      work_count_ += m_ - top;
+      keep_nonzeros(w, out + top, m_ - top);
+      return;
+    }
+  }
+  w.n = -1;
+  for (int t = 0; t < T; ++t) {
+    const double xr = w.x[l_row_[t]];
+    if (std::fabs(xr) <= eps) continue;
+    for (int k = l_start_[t], e = l_start_[t + 1]; k < e; ++k) w.x[l_idx_[k]] -= l_val_[k] * xr;
+  }
+  work_count_ += m_ + static_cast<int64_t>(l_idx_.size());
+}
+
+void Slu::ftran_r(WorkVec& w) {
+  const int K = static_cast<int>(r_row_.size());
+  for (int k = 0; k < K; ++k) {
+    double dot = 0.0;
+    for (int q = r_start_[k], e = r_start_[k + 1]; q < e; ++q) dot += r_val_[q] * w.x[r_idx_[q]];
+    work_count_ += r_start_[k + 1] - r_start_[k];
+    if (dot == 0.0) continue;
+    const int r = r_row_[k];
+    const double old = w.x[r];
+    double nv = old - dot;
+    if (w.n >= 0) {
+      if (old == 0.0) w.list[w.n++] = r;
+      if (nv == 0.0) nv = 1e-100;
+    }
+    w.x[r] = nv;
+  }
+}
+
+void Slu::ftran_u(WorkVec& w, bool sparse) {
+  const double eps = opt_->eps_nonz;
+  if (sparse && w.n >= 0) {
+    const int limit = static_cast<int>(opt_->spvtol_ftran * m_);
+    auto adj = [this](int r) -> std::pair<const int*, const int*> {
+      const int* b = uc_.idx(r);
+      return {b, b + uc_.len(r)};
+    };
+    const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_, limit);
+    if (top >= 0) {
+      const int* out = rw_.out.data();
+      for (int q = top; q < m_; ++q) {
+        const int r = out[q];
+        double xr = w.x[r];
+        if (std::fabs(xr) <= eps) {
+          w.x[r] = 0.0;
+          continue;
+        }
+        xr *= dinv_[r];
+        w.x[r] = xr;
+        const int* ii = uc_.idx(r);
+        const double* vv = uc_.val(r);
+        const int n = uc_.len(r);
+        work_count_ += n;
+        for (int k = 0; k < n; ++k) w.x[ii[k]] -= vv[k] * xr;
+      }
+      work_count_ += m_ - top;
+      keep_nonzeros(w, out + top, m_ - top);
+      return;
+    }
+  }
+  w.n = -1;
+  for (int p = m_ - 1; p >= 0; --p) {
+    const int r = order_[p];
+    double xr = w.x[r];
+    if (std::fabs(xr) <= eps) {
+      w.x[r] = 0.0;
+      continue;
+    }
+    xr *= dinv_[r];
+    w.x[r] = xr;
+    const int* ii = uc_.idx(r);
+    const double* vv = uc_.val(r);
+    for (int k = 0, n = uc_.len(r); k < n; ++k) w.x[ii[k]] -= vv[k] * xr;
+  }
+  work_count_ += m_ + uc_.nnz();
+}
+
+// Product-form etas over row ids: x_s := x_s / piv, x_i -= alpha_i x_s.
+void Slu::ftran_pf(WorkVec& w) {
+  const int K = static_cast<int>(e_slot_.size());
+  for (int k = 0; k < K; ++k) {
+    const int s = e_slot_[k];
+    double xs = w.x[s];
+    if (xs == 0.0) continue;
+    xs /= e_piv_[k];
+    w.x[s] = xs;
+    for (int q = e_start_[k], e = e_start_[k + 1]; q < e; ++q) {
+      const int i = e_idx_[q];
+      if (w.n >= 0 && w.x[i] == 0.0) w.list[w.n++] = i;
+      double nv = w.x[i] - e_val_[q] * xs;
+      if (w.n >= 0 && nv == 0.0) nv = 1e-100;
+      w.x[i] = nv;
+    }
+  }
+}
+
+void Slu::btran_pf(WorkVec& w) {
+  for (int k = static_cast<int>(e_slot_.size()) - 1; k >= 0; --k) {
+    const int s = e_slot_[k];
+    double dot = 0.0;
+    for (int q = e_start_[k], e = e_start_[k + 1]; q < e; ++q) dot += e_val_[q] * w.x[e_idx_[q]];
+    const double old = w.x[s];
+    double nv = (old - dot) / e_piv_[k];
+    if (nv == old) continue;
+    if (w.n >= 0) {
+      if (old == 0.0) w.list[w.n++] = s;
+      if (nv == 0.0) nv = 1e-100;
+    }
+    w.x[s] = nv;
+  }
+}
+
+void Slu::btran_u(WorkVec& w, bool sparse) {
+  const double eps = opt_->eps_nonz;
+  if (sparse && w.n >= 0) {
+    const int limit = static_cast<int>(opt_->spvtol_btran * m_);
+    auto adj = [this](int r) -> std::pair<const int*, const int*> {
+      const int* b = ur_.idx(r);
+      return {b, b + ur_.len(r)};
+    };
+    const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_, limit);
+    if (top >= 0) {
+      const int* out = rw_.out.data();
+      for (int q = top; q < m_; ++q) {
+        const int r = out[q];
+        double xr = w.x[r];
+        if (std::fabs(xr) <= eps) {
+          w.x[r] = 0.0;
+          continue;
+        }
+        xr *= dinv_[r];
+        w.x[r] = xr;
+        const int* ii = ur_.idx(r);
+        const double* vv = ur_.val(r);
+        const int n = ur_.len(r);
+        work_count_ += n;
+        for (int k = 0; k < n; ++k) w.x[ii[k]] -= vv[k] * xr;
+      }
+      work_count_ += m_ - top;
+      keep_nonzeros(w, out + top, m_ - top);
+      return;
+    }
+  }
+  w.n = -1;
+  for (int p = 0; p < m_; ++p) {
+    const int r = order_[p];
+    double xr = w.x[r];
+    if (std::fabs(xr) <= eps) {
+      w.x[r] = 0.0;
+      continue;
+    }
+    xr *= dinv_[r];
+    w.x[r] = xr;
+    const int* ii = ur_.idx(r);
+    const double* vv = ur_.val(r);
+    for (int k = 0, n = ur_.len(r); k < n; ++k) w.x[ii[k]] -= vv[k] * xr;
+  }
+  work_count_ += m_ + ur_.nnz();
+}
+
+void Slu::btran_r(WorkVec& w) {
+  for (int k = static_cast<int>(r_row_.size()) - 1; k >= 0; --k) {
+    const double xr = w.x[r_row_[k]];
+    if (xr == 0.0) continue;
+    work_count_ += r_start_[k + 1] - r_start_[k];
+    for (int q = r_start_[k], e = r_start_[k + 1]; q < e; ++q) {
+      const int j = r_idx_[q];
+      const double old = w.x[j];
+      double nv = old - r_val_[q] * xr;
+      if (w.n >= 0) {
+        if (old == 0.0) w.list[w.n++] = j;
+        if (nv == 0.0) nv = 1e-100;
+      }
+      w.x[j] = nv;
+    }
+  }
+}
+
+void Slu::btran_l(WorkVec& w, bool sparse) {
+  const double eps = opt_->eps_nonz;
+  const int T = static_cast<int>(l_row_.size());
+  if (T == 0) return;
+  if (sparse && w.n >= 0) {
+    const int limit = static_cast<int>(opt_->spvtol_btran * m_);
+    auto adj = [this](int i) -> std::pair<const int*, const int*> {
+      return {lr_idx_.data() + lr_start_[i], lr_idx_.data() + lr_start_[i + 1]};
+    };
+    const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_, limit);
+    if (top >= 0) {
+      const int* out = rw_.out.data();
+      for (int q = top; q < m_; ++q) {
+        const int i = out[q];
+        const double xi = w.x[i];
+        if (std::fabs(xi) <= eps) continue;
+        const int b = lr_start_[i], e = lr_start_[i + 1];
+        work_count_ += e - b;
+        for (int k = b; k < e; ++k) w.x[lr_idx_[k]] -= lr_val_[k] * xi;
+      }
+      work_count_ += m_ - top;
+      keep_nonzeros(w, out + top, m_ - top);
+      return;
+    }
+  }
+  w.n = -1;
+  for (int t = T - 1; t >= 0; --t) {
+    double dot = 0.0;
+    for (int k = l_start_[t], e = l_start_[t + 1]; k < e; ++k) dot += l_val_[k] * w.x[l_idx_[k]];
+    w.x[l_row_[t]] -= dot;
+  }
+  work_count_ += m_ + static_cast<int64_t>(l_idx_.size());
+}
+
+void Slu::save_spike(const WorkVec& w) {
+  if (w.n >= 0) {
+    spike_idx_.resize(w.n);
+    spike_val_.resize(w.n);
+    int n = 0;
+    for (int k = 0; k < w.n; ++k) {
+      const int i = w.list[k];
+      if (w.x[i] == 0.0) continue;
+      spike_idx_[n] = i;
+      spike_val_[n++] = w.x[i];
+    }
+    spike_n_ = n;
+  } else {
+    spike_dense_.assign(w.x.begin(), w.x.end());
+    spike_n_ = -1;
+  }
+}
+
+int Slu::ftran(const SpVec& in, SpVec& out, bool save, bool dense_out) {
+  if (stat_ != kLuOk) return stat_;
+  work_count_ = 0;
+  WorkVec& w = w_;
+  load_work(in, w, nullptr);
+  const bool sparse = w.n >= 0 && w.n < opt_->spvtol_ftran * m_;
+  if (!sparse && w.n >= 0) w.n = -1;
+  ftran_l(w, sparse);
+  ftran_r(w);
+  if (save && update_type_ == 1) save_spike(w);
+  ftran_u(w, sparse);
+  ftran_pf(w);
+  if (save && update_type_ == 0) save_spike(w);
+  store_work(w, out, slot_of_row_.data(), dense_out, opt_->eps_nonz);
+  return 0;
+}
+
+int Slu::btran(const SpVec& in, SpVec& out, bool dense_out) {
+  if (stat_ != kLuOk) return stat_;
+  work_count_ = 0;
+  WorkVec& w = w_;
+  load_work(in, w, row_of_slot_.data());
+  const bool sparse = w.n >= 0 && w.n < opt_->spvtol_btran * m_;
+  if (!sparse && w.n >= 0) w.n = -1;
+  btran_pf(w);
+  btran_u(w, sparse);
+  btran_r(w);
+  btran_l(w, sparse);
+  store_work(w, out, nullptr, dense_out, opt_->eps_nonz);
+  return 0;
+}
+
+}  // namespace zento::lu
