@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -97,6 +98,8 @@ void fill_counters(benchmark::State& st, Prepared& p, LuFactor& lu) {
   if (p.ref.available) {
     st.counters["fill_klu"] = p.ref.klu;
     st.counters["fill_umf"] = p.ref.umfpack;
+    st.counters["klu_ms"] = p.ref.klu_ms;
+    st.counters["umf_ms"] = p.ref.umf_ms;
   }
 }
 
@@ -231,12 +234,12 @@ void register_all() {
     Shape shape;
     int m;
   };
+  // Random bases up to m = 50,000. The shapes with a large random kernel (slackmix, neartri,
+  // randdiag) fill like dense matrices at large m and stay at 10,000 and below.
   for (R r : {R{Shape::kHyperSparse, 1000}, R{Shape::kHyperSparse, 10000},
-              R{Shape::kHyperSparse, 50000}, R{Shape::kSlackMix, 10000},
-              R{Shape::kSlackMix, 50000}, R{Shape::kBlock, 50000}, R{Shape::kBanded, 50000},
-              R{Shape::kNearTriangular, 10000}, R{Shape::kNearTriangular, 50000},
-              R{Shape::kRandomDiag, 2000}, R{Shape::kRandomDiag, 10000},
-              R{Shape::kDenseKernel, 20000}}) {
+              R{Shape::kHyperSparse, 50000}, R{Shape::kSlackMix, 10000}, R{Shape::kBlock, 10000},
+              R{Shape::kBlock, 50000}, R{Shape::kBanded, 50000}, R{Shape::kNearTriangular, 10000},
+              R{Shape::kRandomDiag, 2000}, R{Shape::kDenseKernel, 20000}}) {
     const std::string tag = std::string(lutest::shape_name(r.shape)) + "/" + std::to_string(r.m);
     for (int core : {4, 3}) {
       if (core == 3 && r.m > 10000 && r.shape != Shape::kHyperSparse) continue;
@@ -252,19 +255,33 @@ void register_all() {
         ->Unit(benchmark::kMillisecond);
   }
   // Solves: unit, sparse (1% of m) and dense right-hand sides.
-  for (R r : {R{Shape::kHyperSparse, 10000}, R{Shape::kHyperSparse, 50000},
-              R{Shape::kSlackMix, 50000}, R{Shape::kBlock, 50000}}) {
-    const std::string tag = std::string(lutest::shape_name(r.shape)) + "/" + std::to_string(r.m);
-    for (int nz : {1, r.m / 100, r.m}) {
-      const std::string kind = nz == 1 ? "unit" : (nz >= r.m ? "dense" : "sparse1pct");
+  auto solves = [](const std::string& tag, std::function<Prepared*()> get) {
+    for (int kind = 0; kind < 3; ++kind) {
+      const char* kname = kind == 0 ? "unit" : (kind == 1 ? "sparse1pct" : "dense");
       for (bool bt : {false, true}) {
         benchmark::RegisterBenchmark(
-            ((bt ? "Btran/" : "Ftran/") + tag + "/" + kind).c_str(),
-            [r, nz, bt](benchmark::State& st) { bm_solve(st, random_basis(r.shape, r.m), 4, nz, bt); })
+            ((bt ? "Btran/" : "Ftran/") + tag + "/" + kname).c_str(),
+            [get, kind, bt](benchmark::State& st) {
+              Prepared* p = get();
+              if (!p) {
+                st.SkipWithError("no data");
+                return;
+              }
+              const int m = p->a.m;
+              const int nz = kind == 0 ? 1 : (kind == 1 ? std::max(1, m / 100) : m);
+              bm_solve(st, p, 4, nz, bt);
+            })
             ->Unit(benchmark::kMicrosecond);
       }
     }
+  };
+  for (R r : {R{Shape::kHyperSparse, 10000}, R{Shape::kHyperSparse, 50000},
+              R{Shape::kBlock, 50000}, R{Shape::kBanded, 50000}}) {
+    solves(std::string(lutest::shape_name(r.shape)) + "/" + std::to_string(r.m),
+           [r] { return random_basis(r.shape, r.m); });
   }
+  for (const char* name : {"80bau3b", "greenbeb", "maros-r7", "pilot", "stocfor2"})
+    solves(std::string("netlib/") + name, [name] { return netlib(name); });
 }
 
 }  // namespace

@@ -10,6 +10,8 @@ struct RefFill {
   bool available = false;
   double klu = 0.0;      // (nnz(L) + nnz(U) - m + off-block entries) / nnz(B)
   double umfpack = 0.0;  // (nnz(L) + nnz(U) - m) / nnz(B)
+  double klu_ms = 0.0;   // analyse + factor, best of a few runs
+  double umf_ms = 0.0;
 };
 
 // B in compressed columns with sorted row indices.

@@ -147,6 +147,41 @@ QZ_API int qzdoftran_(QZmodel* model, int* nInc, const int* paiInc, const double
 QZ_API int qzdobtran_(QZmodel* model, int* nInc, const int* paiInc, const double* padInc, int* pnOut, int* paiOut, double* padOut);
 QZ_API int qzdodenseftran_(QZmodel* model, const double* padB, double* padX);
 QZ_API int qzdodensebtran_(QZmodel* model, const double* padC, double* padY);
+/* Model modification. */
+QZ_API int qzmodifyaij_(QZmodel* model, int* iRow, int* iCol, double* dAij);
+QZ_API int qzmodifyaj_(QZmodel* model, int* iCol, int* nRows, const int* paiRows, const double* padAj);
+QZ_API int qzdeleteaj_(QZmodel* model, int* iCol, int* nRows, const int* paiRows);
+QZ_API int qzmodifyrhs_(QZmodel* model, int* nRows, const int* paiRows, const double* padB);
+QZ_API int qzmodifyconstrainttype_(QZmodel* model, int* nRows, const int* paiRows, const char* pszTypes);
+QZ_API int qzmodifyvariabletype_(QZmodel* model, int* nCols, const int* paiCols, const char* pszTypes);
+QZ_API int qzmodifylowerbounds_(QZmodel* model, int* nCols, const int* paiCols, const double* padL);
+QZ_API int qzmodifyupperbounds_(QZmodel* model, int* nCols, const int* paiCols, const double* padU);
+QZ_API int qzmodifyobjective_(QZmodel* model, int* nCols, const int* paiCols, const double* padC);
+QZ_API int qzmodifyobjconstant_(QZmodel* model, double* dObjConst);
+QZ_API int qzmodifysemicontvars_(QZmodel* model, int* nVars, const int* paiVars, const double* padL);
+QZ_API int qzmodifycone_(QZmodel* model, char* cConeType, int* iCone, int* nNnz, const int* paiCols, double* dConeAlpha);
+QZ_API int qzmodifyset_(QZmodel* model, char* cSetType, int* iSet, int* nNnz, const int* paiCols);
+QZ_API int qzmodifypriorities_(QZmodel* model, int* nCols, const int* paiCols, const int* paiPriorities);
+QZ_API int qzsetproballocsizes_(QZmodel* model, int* nColsAlloc, int* nRowsAlloc, int* nQCAlloc, int* nNzAlloc, int* nQCnzAlloc, int* nNLPnzAlloc);
+QZ_API int qzsetprobnameallocsizes_(QZmodel* model, int* nColNameBytes, int* nRowNameBytes);
+QZ_API int qzaddemptyspacesacolumns_(QZmodel* model, const int* paiColnnz);
+QZ_API int qzaddemptyspacesnlpacolumns_(QZmodel* model, const int* paiColnnz);
+QZ_API int qzaddconstraints_(QZmodel* model, int* nCons, const char* pszConTypes, char** paszConNames, const int* paiRows, const double* padAcoef, const int* paiCols, const double* padB);
+QZ_API int qzaddvariables_(QZmodel* model, int* nVars, const char* pszVarTypes, char** paszVarNames, const int* paiAcols, const int* panAcols, const double* padAcoef, const int* paiArows, const double* padC, const double* padL, const double* padU);
+QZ_API int qzaddcones_(QZmodel* model, int* nCones, const char* pszConeTypes, const double* padConeAlpha, char** paszConeNames, const int* paiConebegcol, const int* paiConecols);
+QZ_API int qzaddsets_(QZmodel* model, int* nSETS, const char* pszSETStype, const int* paiCARDnum, const int* paiSETSbegcol, const int* paiSETScols);
+QZ_API int qzaddqcterms_(QZmodel* model, int* nQCnnz, const int* paiQCrows, const int* paiQCcols1, const int* paiQCcols2, const double* padQCcoef);
+QZ_API int qzaddnlpaj_(QZmodel* model, int* iCol, int* nRows, const int* paiRows, const double* padAj);
+QZ_API int qzaddnlpobj_(QZmodel* model, int* nCols, const int* paiCols, const double* padColj);
+QZ_API int qzaddartcolumns_(QZmodel* model, int* nFlags, double* dPenalty);
+QZ_API int qzdelartcolumns_(QZmodel* model, int* nFlags);
+QZ_API int qzdeleteconstraints_(QZmodel* model, int* nCons, const int* paiCons);
+QZ_API int qzdeletevariables_(QZmodel* model, int* nVars, const int* paiVars);
+QZ_API int qzdeletecones_(QZmodel* model, int* nCones, const int* paiCones);
+QZ_API int qzdeletesets_(QZmodel* model, int* nSETS, const int* paiSETS);
+QZ_API int qzdeletesemicontvars_(QZmodel* model, int* nVars, const int* paiVars);
+QZ_API int qzdeleteqcterms_(QZmodel* model, int* nCons, const int* paiCons);
+QZ_API int qzdeletenlpobj_(QZmodel* model, int* nCols, const int* paiCols);
 #ifdef __cplusplus
 }
 #endif

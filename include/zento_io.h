@@ -64,6 +64,23 @@ QZ_API int QZloadBlockStructure(QZmodel model, int nBlock, const int* panRblock,
 QZ_API int QZgetBlockStructure(QZmodel model, int* pnBlock, int* panRblock, int* panCblock,
                                int* pnType);
 
+/* Fortran-style twins: every scalar and handle by reference. */
+QZ_API int qzreadmpsfile_(QZmodel* model, const char* pszFname, int* nFormat);
+QZ_API int qzreadmpsfilefr_(QZmodel* model, const char* pszFname, int* nFormat, int* nObjIndex, int* nKeepFreeRows);
+QZ_API int qzwritempsfile_(QZmodel* model, const char* pszFname, int* nFormat);
+QZ_API int qzwritedualmpsfile_(QZmodel* model, const char* pszFname, int* nFormat, int* nObjSense);
+QZ_API int qzwritebasis_(QZmodel* model, const char* pszFname, int* nFormat);
+QZ_API int qzreadbasis_(QZmodel* model, const char* pszFname, int* nFormat);
+QZ_API int qzreadvarstartpoint_(QZmodel* model, const char* pszFname);
+QZ_API int qzreadvarpriorities_(QZmodel* model, const char* pszFname);
+QZ_API int qzwritevarpriorities_(QZmodel* model, const char* pszFname, int* nMode);
+QZ_API int qzreadblockstructure_(QZmodel* model, const char* pszFname);
+QZ_API int qzwriteblockstructure_(QZmodel* model, const char* pszFname);
+QZ_API int qzloadblockstructure_(QZmodel* model, int* nBlock, const int* panRblock, const int* panCblock, int* nType);
+QZ_API int qzgetblockstructure_(QZmodel* model, int* pnBlock, int* panRblock, int* panCblock, int* pnType);
+QZ_API int qzwritesolution_(QZmodel* model, const char* pszFname);
+QZ_API int qzwritesolutionoftype_(QZmodel* model, const char* pszFname, int* nFormat);
+
 #ifdef __cplusplus
 }
 #endif

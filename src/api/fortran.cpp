@@ -109,4 +109,38 @@ int qzdoftran_(QZmodel* model, int* nInc, const int* paiInc, const double* padIn
 int qzdobtran_(QZmodel* model, int* nInc, const int* paiInc, const double* padInc, int* pnOut, int* paiOut, double* padOut) { return QZdoBTRAN(*model, *nInc, paiInc, padInc, pnOut, paiOut, padOut); }
 int qzdodenseftran_(QZmodel* model, const double* padB, double* padX) { return QZdoDenseFTRAN(*model, padB, padX); }
 int qzdodensebtran_(QZmodel* model, const double* padC, double* padY) { return QZdoDenseBTRAN(*model, padC, padY); }
+int qzmodifyaij_(QZmodel* model, int* iRow, int* iCol, double* dAij) { return QZmodifyAij(*model, *iRow, *iCol, *dAij); }
+int qzmodifyaj_(QZmodel* model, int* iCol, int* nRows, const int* paiRows, const double* padAj) { return QZmodifyAj(*model, *iCol, *nRows, paiRows, padAj); }
+int qzdeleteaj_(QZmodel* model, int* iCol, int* nRows, const int* paiRows) { return QZdeleteAj(*model, *iCol, *nRows, paiRows); }
+int qzmodifyrhs_(QZmodel* model, int* nRows, const int* paiRows, const double* padB) { return QZmodifyRHS(*model, *nRows, paiRows, padB); }
+int qzmodifyconstrainttype_(QZmodel* model, int* nRows, const int* paiRows, const char* pszTypes) { return QZmodifyConstraintType(*model, *nRows, paiRows, pszTypes); }
+int qzmodifyvariabletype_(QZmodel* model, int* nCols, const int* paiCols, const char* pszTypes) { return QZmodifyVariableType(*model, *nCols, paiCols, pszTypes); }
+int qzmodifylowerbounds_(QZmodel* model, int* nCols, const int* paiCols, const double* padL) { return QZmodifyLowerBounds(*model, *nCols, paiCols, padL); }
+int qzmodifyupperbounds_(QZmodel* model, int* nCols, const int* paiCols, const double* padU) { return QZmodifyUpperBounds(*model, *nCols, paiCols, padU); }
+int qzmodifyobjective_(QZmodel* model, int* nCols, const int* paiCols, const double* padC) { return QZmodifyObjective(*model, *nCols, paiCols, padC); }
+int qzmodifyobjconstant_(QZmodel* model, double* dObjConst) { return QZmodifyObjConstant(*model, *dObjConst); }
+int qzmodifysemicontvars_(QZmodel* model, int* nVars, const int* paiVars, const double* padL) { return QZmodifySemiContVars(*model, *nVars, paiVars, padL); }
+int qzmodifycone_(QZmodel* model, char* cConeType, int* iCone, int* nNnz, const int* paiCols, double* dConeAlpha) { return QZmodifyCone(*model, *cConeType, *iCone, *nNnz, paiCols, *dConeAlpha); }
+int qzmodifyset_(QZmodel* model, char* cSetType, int* iSet, int* nNnz, const int* paiCols) { return QZmodifySET(*model, *cSetType, *iSet, *nNnz, paiCols); }
+int qzmodifypriorities_(QZmodel* model, int* nCols, const int* paiCols, const int* paiPriorities) { return QZmodifyPriorities(*model, *nCols, paiCols, paiPriorities); }
+int qzsetproballocsizes_(QZmodel* model, int* nColsAlloc, int* nRowsAlloc, int* nQCAlloc, int* nNzAlloc, int* nQCnzAlloc, int* nNLPnzAlloc) { return QZsetProbAllocSizes(*model, *nColsAlloc, *nRowsAlloc, *nQCAlloc, *nNzAlloc, *nQCnzAlloc, *nNLPnzAlloc); }
+int qzsetprobnameallocsizes_(QZmodel* model, int* nColNameBytes, int* nRowNameBytes) { return QZsetProbNameAllocSizes(*model, *nColNameBytes, *nRowNameBytes); }
+int qzaddemptyspacesacolumns_(QZmodel* model, const int* paiColnnz) { return QZaddEmptySpacesAcolumns(*model, paiColnnz); }
+int qzaddemptyspacesnlpacolumns_(QZmodel* model, const int* paiColnnz) { return QZaddEmptySpacesNLPAcolumns(*model, paiColnnz); }
+int qzaddconstraints_(QZmodel* model, int* nCons, const char* pszConTypes, char** paszConNames, const int* paiRows, const double* padAcoef, const int* paiCols, const double* padB) { return QZaddConstraints(*model, *nCons, pszConTypes, paszConNames, paiRows, padAcoef, paiCols, padB); }
+int qzaddvariables_(QZmodel* model, int* nVars, const char* pszVarTypes, char** paszVarNames, const int* paiAcols, const int* panAcols, const double* padAcoef, const int* paiArows, const double* padC, const double* padL, const double* padU) { return QZaddVariables(*model, *nVars, pszVarTypes, paszVarNames, paiAcols, panAcols, padAcoef, paiArows, padC, padL, padU); }
+int qzaddcones_(QZmodel* model, int* nCones, const char* pszConeTypes, const double* padConeAlpha, char** paszConeNames, const int* paiConebegcol, const int* paiConecols) { return QZaddCones(*model, *nCones, pszConeTypes, padConeAlpha, paszConeNames, paiConebegcol, paiConecols); }
+int qzaddsets_(QZmodel* model, int* nSETS, const char* pszSETStype, const int* paiCARDnum, const int* paiSETSbegcol, const int* paiSETScols) { return QZaddSETS(*model, *nSETS, pszSETStype, paiCARDnum, paiSETSbegcol, paiSETScols); }
+int qzaddqcterms_(QZmodel* model, int* nQCnnz, const int* paiQCrows, const int* paiQCcols1, const int* paiQCcols2, const double* padQCcoef) { return QZaddQCterms(*model, *nQCnnz, paiQCrows, paiQCcols1, paiQCcols2, padQCcoef); }
+int qzaddnlpaj_(QZmodel* model, int* iCol, int* nRows, const int* paiRows, const double* padAj) { return QZaddNLPAj(*model, *iCol, *nRows, paiRows, padAj); }
+int qzaddnlpobj_(QZmodel* model, int* nCols, const int* paiCols, const double* padColj) { return QZaddNLPobj(*model, *nCols, paiCols, padColj); }
+int qzaddartcolumns_(QZmodel* model, int* nFlags, double* dPenalty) { return QZaddArtColumns(*model, *nFlags, *dPenalty); }
+int qzdelartcolumns_(QZmodel* model, int* nFlags) { return QZdelArtColumns(*model, *nFlags); }
+int qzdeleteconstraints_(QZmodel* model, int* nCons, const int* paiCons) { return QZdeleteConstraints(*model, *nCons, paiCons); }
+int qzdeletevariables_(QZmodel* model, int* nVars, const int* paiVars) { return QZdeleteVariables(*model, *nVars, paiVars); }
+int qzdeletecones_(QZmodel* model, int* nCones, const int* paiCones) { return QZdeleteCones(*model, *nCones, paiCones); }
+int qzdeletesets_(QZmodel* model, int* nSETS, const int* paiSETS) { return QZdeleteSETS(*model, *nSETS, paiSETS); }
+int qzdeletesemicontvars_(QZmodel* model, int* nVars, const int* paiVars) { return QZdeleteSemiContVars(*model, *nVars, paiVars); }
+int qzdeleteqcterms_(QZmodel* model, int* nCons, const int* paiCons) { return QZdeleteQCterms(*model, *nCons, paiCons); }
+int qzdeletenlpobj_(QZmodel* model, int* nCols, const int* paiCols) { return QZdeleteNLPobj(*model, *nCols, paiCols); }
 }  // extern "C"

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "core/info.h"
+#include "core/load.h"
 #include "core/optimize.h"
 #include "core/version.h"
 
@@ -72,6 +73,7 @@ int read_info_without_model(int key, InfoValue& v) {
 }
 
 int read_model_key(Imodel& m, int key, InfoValue& v) {
+  if (m.baseStats.stale) compute_base_stats(m);
   const BaseStats& bs = m.baseStats;
   const Sol* s = m.sol.get();
   const int nInt = count_types(m, 'B', 'I');

@@ -84,31 +84,17 @@ int fill_linear_data(Imodel& m, int nCons, int nVars, int dObjSense, double dObj
     std::copy(padAcoef + b, padAcoef + b + len, lp.padAcoef.begin() + b);
   }
 
-  // Repeated rows in a column are summed into the first occurrence, in time linear in the
-  // nonzeros: `mark` holds position + 1 of a row's entry in the current column.
   std::vector<int> mark(static_cast<size_t>(nCons) + 1, 0);
   int removed = 0;
   for (int j = 0; j < nVars; ++j) {
     const int b = lp.paiAcols[j];
-    int out = b;
-    for (int k = b; k < b + lp.panAcols[j]; ++k) {
-      const int i = lp.paiArows[k];
-      if (i < 0 || i >= nCons) return QZERR_INDEX_OUT_OF_RANGE;
-      if (!std::isfinite(lp.padAcoef[k])) return QZERR_ERROR_IN_INPUT;
-      if (mark[i] != 0) {
-        lp.padAcoef[mark[i] - 1] += lp.padAcoef[k];
-        continue;
-      }
-      lp.paiArows[out] = i;
-      lp.padAcoef[out] = lp.padAcoef[k];
-      mark[i] = out + 1;
-      ++out;
-    }
-    for (int k = b; k < out; ++k) mark[lp.paiArows[k]] = 0;
-    removed += b + lp.panAcols[j] - out;
-    lp.panAcols[j] = out - b;
+    const int len = lp.panAcols[j];
+    QZ_CALL(check_column_entries(lp.paiArows.data() + b, lp.padAcoef.data() + b, len, nCons));
+    lp.panAcols[j] = merge_duplicate_rows(lp.paiArows.data() + b, lp.padAcoef.data() + b, len, mark);
+    removed += len - lp.panAcols[j];
   }
   m.nAnnz = nAnnz - removed;
+  lp.rowsSorted = false;
 
   lp.padL.assign(static_cast<size_t>(nVars), 0.0);
   lp.padU.assign(static_cast<size_t>(nVars), QZ_INFINITY);
@@ -124,6 +110,41 @@ int fill_linear_data(Imodel& m, int nCons, int nVars, int dObjSense, double dObj
 }
 
 }  // namespace
+
+int check_column_entries(const int* rows, const double* coef, int len, int nCons) {
+  for (int k = 0; k < len; ++k) {
+    if (rows[k] < 0 || rows[k] >= nCons) return QZERR_INDEX_OUT_OF_RANGE;
+    if (!std::isfinite(coef[k])) return QZERR_ERROR_IN_INPUT;
+  }
+  return 0;
+}
+
+// Linear in the entries: `mark` holds position + 1 of a row's entry in this column and is
+// zero again on return.
+int merge_duplicate_rows(int* rows, double* coef, int len, std::vector<int>& mark) {
+  int out = 0;
+  for (int k = 0; k < len; ++k) {
+    const int i = rows[k];
+    if (mark[i] != 0) {
+      coef[mark[i] - 1] += coef[k];
+      continue;
+    }
+    rows[out] = i;
+    coef[out] = coef[k];
+    mark[i] = out + 1;
+    ++out;
+  }
+  for (int k = 0; k < out; ++k) mark[rows[k]] = 0;
+  return out;
+}
+
+int binary_bounds(double& lo, double& up, char& type) {
+  if (up < 0.0 || lo > 1.0) return QZERR_INPUT_OUT_OF_RANGE;
+  up = std::min(up, 1.0);
+  lo = std::max(lo, 0.0);
+  if (lo == up) type = 'C';
+  return 0;
+}
 
 int load_lp_data(Imodel& m, int nCons, int nVars, int dObjSense, double dObjConst,
                  const double* padC, const double* padB, const char* pszConTypes, int nAnnz,
@@ -175,15 +196,7 @@ int load_var_type(Imodel& m, char* pszVarTypes) {
       case 'I':
         break;
       case 'B':
-        if (haveBounds) {
-          if (lp.padU[j] < 0.0 || lp.padL[j] > 1.0) {
-            rc = QZERR_INPUT_OUT_OF_RANGE;
-            break;
-          }
-          lp.padU[j] = std::min(lp.padU[j], 1.0);
-          lp.padL[j] = std::max(lp.padL[j], 0.0);
-          if (lp.padL[j] == lp.padU[j]) pszVarTypes[j] = 'C';
-        }
+        if (haveBounds) rc = binary_bounds(lp.padL[j], lp.padU[j], pszVarTypes[j]);
         break;
       case 'S':
         semicont.push_back(j);

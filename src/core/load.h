@@ -39,6 +39,27 @@ int load_dual_solution(Imodel& m, const int* pnStatus, const double* pdDobj,
                        const double* padDual, const double* padRedcost, const double* pdDinf);
 int load_model_status(Imodel& m, const int* pnModelStatus, const int* pnErrorCode);
 
+// Shared checks of column data: row range and finite coefficients.
+int check_column_entries(const int* rows, const double* coef, int len, int nCons);
+// Sums repeated rows of one column into their first occurrence, keeping the order of first
+// occurrences; returns the new length. `mark` has nCons + 1 zeros and is left so.
+int merge_duplicate_rows(int* rows, double* coef, int len, std::vector<int>& mark);
+// Bounds of a binary column: refused when [lo, up] misses [0, 1], else clipped to it; a column
+// left fixed becomes continuous.
+int binary_bounds(double& lo, double& up, char& type);
+
+// Shared checks of sets and cones (`count` per type may be null; `used` marks cone members and
+// may come in with members of other cones marked).
+int check_sets(const Imodel& m, int nSETS, const char* pszSETStype, const int* paiCARDnum,
+               const int* paiSETSbegcol, const int* paiSETScols, int* count);
+int check_cones(const Imodel& m, int nCone, const char* pszConeTypes, const double* padConeAlpha,
+                const int* paiConebegcone, const int* paiConecols, std::vector<char>& used);
+// Groups, orders and merges quadratic terms into `q` (empty when all coefficients are 0).
+int build_quad_data(const Imodel& m, int QCnonzeros, const int* QCrowndx, const int* QCcolndx1,
+                    const int* QCcolndx2, const double* QCcoef, QuadData& q);
+// Per-variable counts, quadratic rows and the convexity flag (no term on an 'E' row).
+void quad_counts(const Imodel& m, QuadData& q);
+
 // The matrix without gaps: starts (nVars + 1), lengths, rows and coefficients.
 void compact_columns(const Imodel& m, std::vector<int>& cols, std::vector<int>& lens,
                      std::vector<int>& rows, std::vector<double>& coef);

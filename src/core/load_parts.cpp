@@ -19,6 +19,49 @@ void log_part(Imodel& m, const char* fmt, int a, int b = 0, int c = 0) {
 
 }  // namespace
 
+int check_sets(const Imodel& m, int nSETS, const char* pszSETStype, const int* paiCARDnum,
+               const int* paiSETSbegcol, const int* paiSETScols, int* count) {
+  std::vector<int> mark(static_cast<size_t>(m.nVars), -1);
+  for (int s = 0; s < nSETS; ++s) {
+    const int type = pszSETStype[s];
+    if (type < 1 || type > 4) return QZERR_BAD_CONSTRAINT_TYPE;
+    if (type == 4) {
+      if (paiCARDnum == nullptr) return QZERR_ILLEGAL_NULL_POINTER;
+      if (paiCARDnum[s] < 0) return QZERR_INPUT_OUT_OF_RANGE;
+    }
+    const int n = paiSETSbegcol[s + 1] - paiSETSbegcol[s];
+    if (n < 0) return QZERR_BAD_COLUMN_NONZEROS;
+    if (((type == 1 || type == 3) && n < 1) || (type == 2 && n < 2))
+      return QZERR_BAD_COLUMN_NONZEROS;
+    for (int k = paiSETSbegcol[s]; k < paiSETSbegcol[s + 1]; ++k) {
+      const int j = paiSETScols[k];
+      if (j < 0 || j >= m.nVars || mark[j] == s) return QZERR_COLUMN_INDEX_OUT_OF_RANGE;
+      mark[j] = s;
+    }
+    if (count) count[type] += n;
+  }
+  return 0;
+}
+
+int check_cones(const Imodel& m, int nCone, const char* pszConeTypes, const double* padConeAlpha,
+                const int* paiConebegcone, const int* paiConecols, std::vector<char>& used) {
+  for (int c = 0; c < nCone; ++c) {
+    const char t = pszConeTypes[c];
+    if (t != 'Q' && t != 'R' && t != 'E' && t != 'P') return QZERR_BAD_CONSTRAINT_TYPE;
+    if (t == 'P' && padConeAlpha == nullptr) return QZERR_BAD_CONSTRAINT_TYPE;
+    const int n = paiConebegcone[c + 1] - paiConebegcone[c];
+    const bool countOk = (t == 'Q' && n >= 1) || (t == 'R' && n >= 2) ||
+                         ((t == 'E' || t == 'P') && n == 3);
+    if (!countOk) return QZERR_BAD_COLUMN_NONZEROS;
+    for (int k = paiConebegcone[c]; k < paiConebegcone[c + 1]; ++k) {
+      const int j = paiConecols[k];
+      if (j < 0 || j >= m.nVars || used[j]) return QZERR_COLUMN_INDEX_OUT_OF_RANGE;
+      used[j] = 1;
+    }
+  }
+  return 0;
+}
+
 int load_semicont_data(Imodel& m, int nSC, const int* paiVars, const double* padL,
                        const double* padU) {
   if (nSC == 0) return 0;
@@ -53,26 +96,8 @@ int load_sets_data(Imodel& m, int nSETS, const char* pszSETStype, const int* pai
   if (m.sets.count() > 0) return QZERR_ALREADY_LOADED;
   if (pszSETStype == nullptr || paiSETSbegcol == nullptr || paiSETScols == nullptr)
     return QZERR_ILLEGAL_NULL_POINTER;
-  std::vector<int> mark(static_cast<size_t>(m.nVars), -1);
   int count[5] = {0, 0, 0, 0, 0};
-  for (int s = 0; s < nSETS; ++s) {
-    const int type = pszSETStype[s];
-    if (type < 1 || type > 4) return QZERR_BAD_CONSTRAINT_TYPE;
-    if (type == 4) {
-      if (paiCARDnum == nullptr) return QZERR_ILLEGAL_NULL_POINTER;
-      if (paiCARDnum[s] < 0) return QZERR_INPUT_OUT_OF_RANGE;
-    }
-    const int n = paiSETSbegcol[s + 1] - paiSETSbegcol[s];
-    if (n < 0) return QZERR_BAD_COLUMN_NONZEROS;
-    if (((type == 1 || type == 3) && n < 1) || (type == 2 && n < 2))
-      return QZERR_BAD_COLUMN_NONZEROS;
-    for (int k = paiSETSbegcol[s]; k < paiSETSbegcol[s + 1]; ++k) {
-      const int j = paiSETScols[k];
-      if (j < 0 || j >= m.nVars || mark[j] == s) return QZERR_COLUMN_INDEX_OUT_OF_RANGE;
-      mark[j] = s;
-    }
-    count[type] += n;
-  }
+  QZ_CALL(check_sets(m, nSETS, pszSETStype, paiCARDnum, paiSETSbegcol, paiSETScols, count));
   SetsData& d = m.sets;
   d.type.assign(pszSETStype, pszSETStype + nSETS);
   d.card.assign(static_cast<size_t>(nSETS), 0);
@@ -107,20 +132,7 @@ int load_cone_data(Imodel& m, int nCone, const char* pszConeTypes, const double*
   if (pszConeTypes == nullptr || paiConebegcone == nullptr || paiConecols == nullptr)
     return QZERR_ILLEGAL_NULL_POINTER;
   std::vector<char> used(static_cast<size_t>(m.nVars), 0);
-  for (int c = 0; c < nCone; ++c) {
-    const char t = pszConeTypes[c];
-    if (t != 'Q' && t != 'R' && t != 'E' && t != 'P') return QZERR_BAD_CONSTRAINT_TYPE;
-    if (t == 'P' && padConeAlpha == nullptr) return QZERR_BAD_CONSTRAINT_TYPE;
-    const int n = paiConebegcone[c + 1] - paiConebegcone[c];
-    const bool countOk = (t == 'Q' && n >= 1) || (t == 'R' && n >= 2) ||
-                         ((t == 'E' || t == 'P') && n == 3);
-    if (!countOk) return QZERR_BAD_COLUMN_NONZEROS;
-    for (int k = paiConebegcone[c]; k < paiConebegcone[c + 1]; ++k) {
-      const int j = paiConecols[k];
-      if (j < 0 || j >= m.nVars || used[j]) return QZERR_COLUMN_INDEX_OUT_OF_RANGE;
-      used[j] = 1;
-    }
-  }
+  QZ_CALL(check_cones(m, nCone, pszConeTypes, padConeAlpha, paiConebegcone, paiConecols, used));
   ConeData& d = m.cones;
   d.type.assign(pszConeTypes, pszConeTypes + nCone);
   d.alpha.assign(static_cast<size_t>(nCone), 0.0);
@@ -208,6 +220,18 @@ int load_qc_data(Imodel& m, int QCnonzeros, const int* QCrowndx, const int* QCco
   if (!m.cones.cols.empty()) return QZERR_ALREADY_LOADED;
   m.quad = QuadData{};
   QuadData q;
+  QZ_CALL(build_quad_data(m, QCnonzeros, QCrowndx, QCcolndx1, QCcolndx2, QCcoef, q));
+  if (q.coef.empty()) return 0;
+  m.quad = std::move(q);
+  invalidate_results(m);
+  log_part(m, "\nQuadratic variables  :%8d\nQuadratic constraints:%8d", m.quad.nQuadVars,
+           m.quad.nQuadRows);
+  return 0;
+}
+
+int build_quad_data(const Imodel& m, int QCnonzeros, const int* QCrowndx, const int* QCcolndx1,
+                    const int* QCcolndx2, const double* QCcoef, QuadData& q) {
+  q = QuadData{};
   q.convex = true;
 
   // Validate; count terms per group (row + 1, objective at 0).
@@ -284,24 +308,32 @@ int load_qc_data(Imodel& m, int QCnonzeros, const int* QCrowndx, const int* QCco
     q.row.push_back(static_cast<int>(g) - 1);
     q.beg.push_back(static_cast<int>(q.coef.size()));
   }
-  if (q.coef.empty()) return 0;
+  if (q.coef.empty()) {
+    q = QuadData{};
+    return 0;
+  }
+  quad_counts(m, q);
+  return 0;
+}
+
+void quad_counts(const Imodel& m, QuadData& q) {
   q.termsPerVar.assign(static_cast<size_t>(m.nVars), 0);
+  q.nQuadVars = q.nQuadRows = 0;
+  q.objHasTerms = false;
+  q.convex = true;
   for (size_t t = 0; t < q.coef.size(); ++t) {
     ++q.termsPerVar[q.col1[t]];
     if (q.col2[t] != q.col1[t]) ++q.termsPerVar[q.col2[t]];
   }
   for (int j = 0; j < m.nVars; ++j) q.nQuadVars += q.termsPerVar[j] > 0;
   for (int r : q.row) {
-    if (r < 0)
+    if (r < 0) {
       q.objHasTerms = true;
-    else
+    } else {
       ++q.nQuadRows;
+      if (m.lp.pszConTypes[r] == 'E') q.convex = false;
+    }
   }
-  m.quad = std::move(q);
-  invalidate_results(m);
-  log_part(m, "\nQuadratic variables  :%8d\nQuadratic constraints:%8d", m.quad.nQuadVars,
-           m.quad.nQuadRows);
-  return 0;
 }
 
 }  // namespace zento

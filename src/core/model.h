@@ -38,6 +38,9 @@ struct LinearData {
   std::vector<double> padL;
   std::vector<double> padU;
   std::vector<char> pszVarTypes;  // empty: all continuous
+  // Row indices ascend within every column. Capacities of the families are the capacities of
+  // these vectors (QZsetProbAllocSizes reserves them).
+  bool rowsSorted = false;
 };
 
 // Row-wise copy of the matrix, built on demand (`setup_Acolpos`).
@@ -133,6 +136,7 @@ struct BaseStats {
   double ratio[5] = {0, 0, 0, 0, 0};
   int badScale = 0;
   int nBin = 0, nInt = 0, nBinRows = 0, nIntRows = 0;
+  bool stale = false;  // data changed since the statistics were computed
 };
 
 // Block or time structure of rows and columns (block numbers from 0), with the names of the
@@ -254,4 +258,8 @@ struct Imodel {
   std::string modelFileName, modelSource, stocFileName;
   int nNLPcons = 0;  // rows and columns that appear in nonlinear terms
   int nNLPvars = 0;
+  // Per column, zero between calls: duplicate marks and counts of QZaddConstraints.
+  std::vector<int> addScratch;
+  // Columns added by QZaddArtColumns, in model numbering.
+  std::vector<int> artCols;
 };

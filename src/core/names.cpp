@@ -1,4 +1,4 @@
-// Lazy name hashes and default names.
+// Lazy name hashes and default names (also for names left empty).
 #include "core/names.h"
 
 #include <cstdio>
@@ -49,14 +49,14 @@ int find_name_index(Imodel& m, NameKind kind, const char* name, int* pnIndex) {
 }
 
 std::string QZI_getVariableNamej(const Imodel& m, int j) {
-  if (!m.names.cols.empty()) return m.names.cols.name(j);
+  if (!m.names.cols.empty() && *m.names.cols.name(j) != '\0') return m.names.cols.name(j);
   char buf[32];
   std::snprintf(buf, sizeof buf, "C%07d", j);
   return buf;
 }
 
 std::string QZI_getConstraintNamei(const Imodel& m, int i) {
-  if (!m.names.rows.empty()) return m.names.rows.name(i);
+  if (!m.names.rows.empty() && *m.names.rows.name(i) != '\0') return m.names.rows.name(i);
   char buf[32];
   std::snprintf(buf, sizeof buf, "R%07d", i);
   return buf;

@@ -20,7 +20,7 @@ class MpsWriter {
   int write();
 
  private:
-  void put(const char* fmt, ...) __attribute__((format(printf, 2, 3)));
+  void put(const char* fmt, ...) __attribute__((format(__printf__, 2, 3)));
   int flush();
   std::string num(double v) const { return free_fmt(v, fixed_ ? 12 : 22); }
   const char* col_name(int j) { return names_[j].c_str(); }

@@ -35,8 +35,8 @@ char* qzs_fgets(char* buf, int n, Stream* s);
 int qzs_getc(Stream* s);  // EOF (-1) at the end
 int qzs_feof(Stream* s);
 int qzs_rewind(Stream* s);  // 0 or -1
-// printf into the stream; the count of bytes written, or -1.
-int qzs_format(Stream* s, const char* fmt, ...) __attribute__((format(printf, 2, 3)));
+// Formatted output into the stream; the count of bytes written, or -1.
+int qzs_format(Stream* s, const char* fmt, ...) __attribute__((format(__printf__, 2, 3)));
 int qzs_puts(Stream* s, const std::string& text);
 // Nonzero once a read or write has failed.
 int qzs_ioerr(Stream* s);

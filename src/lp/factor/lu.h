@@ -119,6 +119,18 @@ struct LuOptions {
 // where the parameter has one; returns QZERR_PARAM_OUT_OF_RANGE or QZERR_INDEX_OUT_OF_RANGE.
 [[nodiscard]] int lu_options_set_param(LuOptions& opt, int param_id, double value);
 
+}  // namespace zento::lu
+
+namespace zento {
+struct SplexParams;
+}
+
+namespace zento::lu {
+
+// Fills the options from the lu_* fields of the simplex parameter block (ids 4800..4908). The
+// log sink and the stepped-rule bit of the simplex print mask stay the caller's to set.
+[[nodiscard]] int lu_options_from_params(const SplexParams& p, LuOptions* opt);
+
 // A basis column in host storage: `len` entries, row indices `idx`, values `val`.
 struct LuColumn {
   const int* idx = nullptr;
@@ -192,6 +204,7 @@ class LuFactor {
   // New row count: the engine is rebuilt and must factor again.
   [[nodiscard]] int redim(int m);
   int m() const { return m_; }
+  // Read freely; change through QZI_lu_set_ipar / QZI_lu_set_dpar, which tell the engine.
   LuOptions& options() { return opt_; }
   const LuOptions& options() const { return opt_; }
   LuEngine& engine() { return *engine_; }
@@ -243,7 +256,9 @@ void QZI_lu_delete(std::unique_ptr<LuFactor>& lu);
 // The default column callback for an LuCscHost.
 int QZI_lu_datacol(void* host, int var, lu::LuColumn* out);
 
-// Factors the columns rbas[0..m-1]. Returns the engine status (0 OK, 1 singular, 2 no memory).
+// Factors the columns rbas[0..m-1]. Returns the engine status (0 OK, 1 singular, 2 no memory,
+// 5 for m = 0), or minus a QZERR_* code when the host delivered a bad column (an unknown
+// variable, a row index out of range, a value that is not finite).
 int QZI_lu_fact(LuFactor& lu, const int* rbas);
 // B x = b. `save` 1 keeps the partial result as the spike of the next update.
 int QZI_lu_ftran(LuFactor& lu, const SpVec& in, SpVec& out, int save);

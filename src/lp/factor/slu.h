@@ -7,7 +7,8 @@
 // singletons first, else a Markowitz search over at most `num_candits` rows and columns of the
 // smallest counts, accepting |a_ij| >= eps_pivcur * max_j |a_ij| (row-wise threshold) and
 // minimising (r - 1)(c - 1) (Markowitz 1957; the limited search follows Zlatev 1980 and Suhl &
-// Suhl 1990). Eliminated rows receive fill at their end; a row without room moves to the end of
+// Suhl 1990). Once the active part is mostly full it is finished as a dense array with partial
+// pivoting. Eliminated rows receive fill at their end; a row without room moves to the end of
 // the pool, which is compacted before it grows. Values that cancel to rounding level are
 // dropped, so that a numerically dependent set of columns shows up as unpivoted rows and slots.
 //
@@ -75,6 +76,9 @@ class Slu final : public LuEngine {
   bool pick_pivot(int* pr, int* pc);
   void record_pivot(int r, int c, double v);
   bool finish_factor();
+  // slu_dense.cpp
+  bool dense_worthwhile() const;
+  bool dense_kernel();
   void build_lt();
 
   // slu_solve.cpp

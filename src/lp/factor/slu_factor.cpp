@@ -399,12 +399,20 @@ int Slu::refactor(const int* rbas) {
   // Column singletons, then row singletons, then the kernel.
   while (cb_head_[1] >= 0) pivot_col_singleton(cb_head_[1]);
   while (rb_head_[1] >= 0) pivot_row_singleton(rb_head_[1]);
+  int next_check = npiv_;
   while (npiv_ < m_) {
     if (rb_head_[1] >= 0) {
       pivot_row_singleton(rb_head_[1]);
     } else if (cb_head_[1] >= 0) {
       pivot_col_singleton(cb_head_[1]);
     } else {
+      if (npiv_ >= next_check) {
+        if (dense_worthwhile()) {
+          if (!dense_kernel()) return kLuNoMemory;
+          break;
+        }
+        next_check = npiv_ + std::max(16, (m_ - npiv_) / 16);
+      }
       int r, c;
       if (!pick_pivot(&r, &c)) break;
       if (!pivot_general(r, c)) return kLuNoMemory;

@@ -1,13 +1,13 @@
 // Helpers of the factorization tests and benchmarks.
 #include "factor_testlib.h"
 
-#include <zlib.h>
+#include "zento.h"
+#include "zento_io.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <map>
-#include <sstream>
 
 namespace zento::lutest {
 
@@ -157,56 +157,30 @@ std::vector<int> first_m_basis(const ColMatrix& a) {
 }
 
 bool load_mps_matrix(const std::string& path, ColMatrix* out) {
-  gzFile f = gzopen(path.c_str(), "rb");
-  if (!f) return false;
+  int err = 0;
+  QZenv env = QZcreateEnv(&err);
+  if (!env) return false;
+  QZmodel model = QZcreateModel(env, &err);
+  bool ok = model && QZreadMPSFile(model, path.c_str(), QZ_MPS_AUTO) == 0;
+  int m = 0, n = 0, nz = 0;
+  ok = ok && QZgetInfo(model, QZ_IINFO_NUM_CONS, &m) == 0 &&
+       QZgetInfo(model, QZ_IINFO_NUM_VARS, &n) == 0 && QZgetInfo(model, QZ_IINFO_NUM_NONZ, &nz) == 0;
   ColMatrix a;
-  std::map<std::string, int> rows;
-  std::map<std::string, bool> nrow;
-  std::string section, curcol;
-  std::map<int, double> col;
-  a.beg.push_back(0);
-  char line[4096];
-  bool ok = true;
-  while (gzgets(f, line, sizeof line)) {
-    if (line[0] == '*' || line[0] == '\n' || line[0] == '\r') continue;
-    std::istringstream is(line);
-    std::vector<std::string> t;
-    for (std::string s; is >> s;) t.push_back(s);
-    if (t.empty()) continue;
-    if (line[0] != ' ' && line[0] != '\t') {
-      section = t[0];
-      if (section == "ENDATA") break;
-      continue;
-    }
-    if (section == "ROWS" && t.size() >= 2) {
-      if (t[0] == "N" || t[0] == "n")
-        nrow[t[1]] = true;
-      else
-        rows.emplace(t[1], static_cast<int>(rows.size()));
-    } else if (section == "COLUMNS") {
-      if (t.size() >= 3 && t[1] == "'MARKER'") continue;
-      if (t.size() < 3) {
-        ok = false;
-        break;
-      }
-      if (t[0] != curcol) {
-        if (!curcol.empty()) add_col(a, col);
-        curcol = t[0];
-      }
-      for (size_t q = 1; q + 1 < t.size(); q += 2) {
-        if (nrow.count(t[q])) continue;
-        auto it = rows.find(t[q]);
-        if (it == rows.end()) {
-          ok = false;
-          break;
-        }
-        col[it->second] += std::strtod(t[q + 1].c_str(), nullptr);
-      }
+  if (ok) {
+    std::vector<int> beg(n + 1), len(n), rows(nz);
+    std::vector<double> vals(nz);
+    ok = QZgetLPData(model, nullptr, nullptr, nullptr, nullptr, nullptr, beg.data(), len.data(),
+                     vals.data(), rows.data(), nullptr, nullptr) == 0;
+    a.m = m;
+    a.beg.push_back(0);
+    std::map<int, double> col;
+    for (int j = 0; ok && j < n; ++j) {
+      for (int k = beg[j]; k < beg[j] + len[j]; ++k) col[rows[k]] += vals[k];
+      add_col(a, col);
     }
   }
-  gzclose(f);
-  if (!curcol.empty()) add_col(a, col);
-  a.m = static_cast<int>(rows.size());
+  if (model) QZdeleteModel(&model);
+  QZdeleteEnv(&env);
   if (!ok || a.m == 0) return false;
   *out = std::move(a);
   out->bind();

@@ -47,7 +47,7 @@ inline constexpr Shape kAllShapes[] = {Shape::kSlackMix,  Shape::kRandomDiag,
 ColMatrix random_matrix(int m, Shape shape, int extra, std::mt19937& rng);
 std::vector<int> first_m_basis(const ColMatrix& a);
 
-// Reads the matrix of an MPS file (.mps or .mps.gz); false on failure.
+// Reads the matrix of an MPS file (.mps or .mps.gz) through the library's reader.
 bool load_mps_matrix(const std::string& path, ColMatrix* a);
 
 // Slack basis with structurals pivoted in by a triangular crash, then `npivots` random pivots

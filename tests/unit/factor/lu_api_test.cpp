@@ -5,6 +5,7 @@
 #include <cmath>
 #include <vector>
 
+#include "core/params/param_blocks.h"
 #include "factor_testlib.h"
 #include "lp/factor/slu.h"
 #include "zento_errors.h"
@@ -64,6 +65,20 @@ TEST(Options, ParametersAndEngineIds) {
   EXPECT_EQ(lu::lu_options_set_param(o, lu::kParLuEpsPivrel, -1), 0);
   EXPECT_EQ(o.num_candits, 4);
   EXPECT_DOUBLE_EQ(o.eps_pivrel, 0.5);
+  // From the simplex parameter block.
+  SplexParams sp;
+  sp.lu_num_candits = 9;
+  sp.lu_update_type = 0;
+  sp.lu_eps_pivrel = 0.25;
+  sp.lu_core = 3;
+  lu::LuOptions from;
+  ASSERT_EQ(lu::lu_options_from_params(sp, &from), 0);
+  EXPECT_EQ(from.num_candits, 9);
+  EXPECT_EQ(from.update_type, 0);
+  EXPECT_DOUBLE_EQ(from.eps_pivrel, 0.25);
+  EXPECT_EQ(from.lucore, lu::kLuCoreClu);
+  sp.lu_num_candits = 0;
+  EXPECT_EQ(lu::lu_options_from_params(sp, &from), QZERR_PARAM_OUT_OF_RANGE);
 
   std::mt19937 rng(1);
   ColMatrix a = random_matrix(20, Shape::kRandomDiag, 0, rng);

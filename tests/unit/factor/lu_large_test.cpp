@@ -62,9 +62,9 @@ TEST_P(LargeBasis, FreshAndAfter200Updates) {
 
 INSTANTIATE_TEST_SUITE_P(
     Slow, LargeBasis,
-    ::testing::Values(Case{4, Shape::kSlackMix, 20000}, Case{4, Shape::kRandomDiag, 10000},
+    ::testing::Values(Case{4, Shape::kSlackMix, 10000}, Case{4, Shape::kRandomDiag, 3000},
                       Case{4, Shape::kBanded, 50000}, Case{4, Shape::kBlock, 50000},
-                      Case{4, Shape::kNearTriangular, 50000}, Case{4, Shape::kHyperSparse, 50000},
+                      Case{4, Shape::kNearTriangular, 10000}, Case{4, Shape::kHyperSparse, 50000},
                       Case{4, Shape::kDenseKernel, 20000}, Case{3, Shape::kSlackMix, 10000},
                       Case{3, Shape::kBlock, 20000}, Case{3, Shape::kHyperSparse, 50000}),
     [](const ::testing::TestParamInfo<Case>& p) {

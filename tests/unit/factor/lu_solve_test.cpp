@@ -121,6 +121,24 @@ INSTANTIATE_TEST_SUITE_P(Unit5000, RandomBasis,
                                            Case{3, Shape::kBanded, 5000}),
                          case_name);
 
+// SLU with the product-form eta update (update type 0) instead of Forrest-Tomlin.
+TEST(EtaUpdate, SluProductFormKeepsSolvesAccurate) {
+  for (Shape shape : {Shape::kSlackMix, Shape::kBlock, Shape::kHyperSparse}) {
+    std::mt19937 rng(31);
+    ColMatrix a = random_matrix(300, shape, 150, rng);
+    std::vector<int> rbas = first_m_basis(a);
+    lu::LuOptions opt;
+    opt.update_type = 0;
+    int err = 0;
+    auto lu = QZI_lu_create(a.m, opt, QZI_lu_datacol, &a.host, &err);
+    ASSERT_TRUE(lu);
+    ASSERT_EQ(QZI_lu_fact(*lu, rbas.data()), 0);
+    Solver sv{a, rbas, *lu};
+    sv.updates(rng, 200, std::string("pf ") + shape_name(shape));
+    EXPECT_GT(QZI_lu_num_pnonz(*lu), 0);
+  }
+}
+
 // Netlib bases: a crash basis moved by 300 well-conditioned pivots, then refactored.
 class NetlibBasis : public ::testing::TestWithParam<std::string> {};
 

@@ -109,5 +109,17 @@ TEST(MpsHostile, MissingFileAndBadArguments) {
   EXPECT_STREQ(text, "");
 }
 
+TEST(MpsHostile, FortranTwinsPassThrough) {
+  Env env;
+  Model m(env.env);
+  QZmodel handle = m.m;
+  int layout = QZ_MPS_AUTO;
+  const std::string good = data_dir() + "/examples/tiny_lp.mps";
+  EXPECT_EQ(qzreadmpsfile_(&handle, good.c_str(), &layout), 0);
+  EXPECT_EQ(qzreadmpsfile_(&handle, good.c_str(), &layout), QZERR_ALREADY_LOADED);
+  int fixed = QZ_MPS_FIXED;
+  EXPECT_EQ(qzwritempsfile_(&handle, "/dev/null", &fixed), 0);
+}
+
 }  // namespace
 }  // namespace zento::test

@@ -311,6 +311,15 @@ TEST_F(MpsSections, RepeatedRowInAColumnKeepsTheFirstValue) {
   EXPECT_EQ(s.cols[0][0].second, 2.0);
 }
 
+TEST_F(MpsSections, RhsSectionMayBeMissing) {
+  for (const char* tail : {"ENDATA\n", "BOUNDS\n UP B x 2\nENDATA\n", "RANGES\n R r 1\nENDATA\n"}) {
+    SCOPED_TRACE(tail);
+    Model m(env.env);
+    ASSERT_EQ(read(m, std::string("NAME\nROWS\n N obj\n L r\nCOLUMNS\n x obj 1 r 1\n") + tail), 0);
+    EXPECT_EQ(snapshot(m).c[0], 1.0);
+  }
+}
+
 TEST_F(MpsSections, CommentsByLayout) {
   const std::string text =
       "NAME\n* a comment line\nROWS\n N obj\n L r\nCOLUMNS\n x r 2 $ trailing words\n"
