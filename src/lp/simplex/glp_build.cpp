@@ -19,6 +19,10 @@ const char* const szWFACT[14] = {
     "WFACT_CHKFSB", "WFACT_NUMERR",  "WFACT_CHKUNB",  "WFACT_PHASECHG",  "WFACT_ENDPERT",
     "WFACT_DENSETA", "WFACT_LUSPACE", "WFACT_BUPERR", "WFACT_CYCLING"};
 
+void freeglp(Glp* g) { delete g; }
+
+void GlpDeleter::operator()(Glp* g) const { freeglp(g); }
+
 void QZI_spx_param(Glp& g, const Imodel& model) {
   const SplexParams& p = model.SplexPam;
   g.infinity = p.lp_infinity > 0 ? std::min(p.lp_infinity, 1e30) : 1e30;
