@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "core/model.h"
-#include "lp/simplex/simplex.h"
 #include "zento.h"
 
 int main(int argc, char** argv) {
@@ -46,8 +45,8 @@ int main(int argc, char** argv) {
     if (j < 0) break;
     const double keep = m->lp.padU[j];
     const double up = std::floor(x[j]);
-    m->lp.padU[j] = std::max(up, m->lp.padL[j]);
-    zento::qzi_glp_set_bounds(*m, j, m->lp.padL[j], m->lp.padU[j]);
+    const double tight = std::max(up, m->lp.padL[j]);
+    QZmodifyUpperBounds(m, 1, &j, &tight);
     t0 = std::chrono::steady_clock::now();
     QZoptimize(m, QZ_METHOD_FREE, &status);
     total += std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
@@ -57,8 +56,7 @@ int main(int argc, char** argv) {
     ++solved;
     // Every other round the bound goes back, as the search returns to a sibling.
     if (r % 2 == 1 || status != QZ_STATUS_BASIC_OPTIMAL) {
-      m->lp.padU[j] = keep;
-      zento::qzi_glp_set_bounds(*m, j, m->lp.padL[j], keep);
+      QZmodifyUpperBounds(m, 1, &j, &keep);
       t0 = std::chrono::steady_clock::now();
       QZoptimize(m, QZ_METHOD_FREE, &status);
       total += std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();

@@ -148,7 +148,8 @@ int do_the_event_check(Imodel& m, int result) {
 
 int pick_imethod_lp(Imodel& m, int event, int nMethod, bool warm) {
   int method = nMethod;
-  if (nMethod == QZ_METHOD_FREE) method = QZ_METHOD_DSIMPLEX;
+  if (nMethod == QZ_METHOD_FREE)
+    method = qzi_glp_warm_method(m) == 1 ? QZ_METHOD_PSIMPLEX : QZ_METHOD_DSIMPLEX;
   if (nMethod == QZ_METHOD_SPRINT) method = QZ_METHOD_PSIMPLEX;
   if (m.glp && m.SplexPam.solver_restart) free_solver_memory(m);
   Sol* s = m.sol.get();

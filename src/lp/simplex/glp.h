@@ -160,6 +160,9 @@ struct Glp {
   double timlim = -1;
   double tstart = 0;
   int hint = -1;
+  int running = 0;              // a solve is under way on this record
+  bool changed_costs = false;   // data changes taken since the last solve
+  bool changed_bounds = false;
 
   // Tolerances and numeric state, with start values.
   double reps = 1e-7, reps0 = 1e-7, reps2 = 1e-7;

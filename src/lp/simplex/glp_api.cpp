@@ -42,62 +42,11 @@ double qzi_glp_cond1est(const Imodel& model) {
   return model.glp ? spx_cond1est(*model.glp) : 1.0;
 }
 
-namespace {
-
-int fit_nonbasic(const Glp& g, int j, int st) {
-  const bool loInf = g.lb[j] <= -g.infinity, upInf = g.ub[j] >= g.infinity;
-  if (!loInf && !upInf && g.lb[j] == g.ub[j]) return kFixed;
-  if (st == kAtUpper && !upInf) return kAtUpper;
-  if ((st == kAtLower || st == kFixed) && !loInf) return kAtLower;
-  if (!loInf) return kAtLower;
-  if (!upInf) return kAtUpper;
-  return kFree;
-}
-
-}  // namespace
-
-int qzi_glp_set_bounds(Imodel& model, int j, double lo, double up) {
+int qzi_glp_warm_method(const Imodel& model) {
   if (!model.glp) return 0;
-  Glp& g = *model.glp;
-  if (j < 0 || j >= g.n) return QZERR_INDEX_OUT_OF_RANGE;
-  const double inf = g.infinity;
-  lo = lo <= -inf ? -inf : lo;
-  up = up >= inf ? inf : up;
-  if (g.flipped[j]) {
-    const double t = lo;
-    lo = -up;
-    up = -t;
-  }
-  const double cs = g.cscal[j];
-  g.lb[j] = g.lb0[j] = lo > -inf ? lo / cs : -inf;
-  g.ub[j] = g.ub0[j] = up < inf ? up / cs : inf;
-  if (g.cbas[j] < 0) g.cbas[j] = fit_nonbasic(g, j, g.cbas[j]);
-  if (g.lb[j] <= -inf && g.ub[j] >= inf)
-    g.cflag[j] |= kFlagFree;
-  else
-    g.cflag[j] &= ~kFlagFree;
-  g.fiter = 0;
-  return 0;
-}
-
-int qzi_glp_set_cost(Imodel& model, int j, double c) {
-  if (!model.glp) return 0;
-  Glp& g = *model.glp;
-  if (j < 0 || j >= g.n) return QZERR_INDEX_OUT_OF_RANGE;
-  double w = c * g.objsense * g.cscal[j] * g.oscal;
-  if (g.flipped[j]) w = -w;
-  g.cost[j] = g.cost0[j] = w;
-  g.duals_exact = false;
-  g.fiter = 0;
-  return 0;
-}
-
-int qzi_glp_set_rhs(Imodel& model, int i, double b) {
-  if (!model.glp) return 0;
-  Glp& g = *model.glp;
-  if (i < 0 || i >= g.m) return QZERR_INDEX_OUT_OF_RANGE;
-  g.rhs[i] = std::fabs(b) >= g.infinity ? (b > 0 ? g.infinity : -g.infinity) : b * g.rscal[i];
-  g.fiter = 0;
+  const Glp& g = *model.glp;
+  // New costs leave the basis primal feasible and perhaps dual infeasible: the primal goes on.
+  if (g.changed_costs && !g.changed_bounds && g.xstat == XSTAT_OPT) return 1;
   return 0;
 }
 

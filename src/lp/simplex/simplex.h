@@ -30,10 +30,9 @@ GlpMeasures qzi_glp_measures(const Imodel& model);
 // Condition estimate of the final basis of the attached record (made on first request).
 double qzi_glp_cond1est(const Imodel& model);
 
-// Changes on the attached record that keep the factorization (user scale and sign).
-int qzi_glp_set_bounds(Imodel& model, int j, double lo, double up);
-int qzi_glp_set_cost(Imodel& model, int j, double c);
-int qzi_glp_set_rhs(Imodel& model, int i, double b);
+// The method a warm start should take after the data changes the record took: 1 primal,
+// 0 no preference.
+int qzi_glp_warm_method(const Imodel& model);
 
 // Solves with the final basis in user scale. `dense` selects the dense forms.
 int qzi_glp_ftran(Imodel& model, int nnz, const int* idx, const double* val, int* out_nnz,

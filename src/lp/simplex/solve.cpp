@@ -228,6 +228,12 @@ int qzi_spx_install_sol(Glp& g, Imodel& model) {
 }
 
 int qzi_spx_solve(Glp& g, Imodel& model, int hint) {
+  struct Running {
+    Glp& g;
+    explicit Running(Glp& gg) : g(gg) { ++g.running; }
+    ~Running() { --g.running; }
+  } running(g);
+  g.changed_costs = g.changed_bounds = false;
   g.tstart = lt_get_realtime();
   g.timlim = model.SplexPam.solver_timlmt;
   g.itrlim = model.SplexPam.lp_itrlmt;

@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "core/model.h"
-#include "lp/simplex/simplex.h"
 #include "lp_oracle.h"
 #include "zento.h"
 
@@ -59,11 +58,7 @@ QZmodel read(QZenv env, const std::string& name) {
   return m;
 }
 
-// The bound change as the model operations make it: the data, then the working record.
-void set_upper(QZmodel m, int j, double u) {
-  m->lp.padU[j] = u;
-  ASSERT_EQ(qzi_glp_set_bounds(*m, j, m->lp.padL[j], u), 0);
-}
+void set_upper(QZmodel m, int j, double u) { ASSERT_EQ(QZmodifyUpperBounds(m, 1, &j, &u), 0); }
 
 bool optimal(int s) { return s == QZ_STATUS_OPTIMAL || s == QZ_STATUS_BASIC_OPTIMAL; }
 
@@ -111,7 +106,7 @@ TEST(LpWarm, TightenedBoundReoptimizesAndCutsOff) {
     const Outcome warm = solve(a);
 
     QZmodel b = read(env, name);
-    b->lp.padU[jbest] = newUp;
+    set_upper(b, jbest, newUp);
     const Outcome cold = solve(b);
 
     EXPECT_EQ(warm.rc, 0) << name;
