@@ -522,7 +522,10 @@ struct Primal {
       const double D = g.m > 0 ? std::pow(g.lu.lnonz() + g.lu.unonz() - 1.5 * g.m, 2) /
                                      std::max(1.0, static_cast<double>(g.nonz)) / g.m
                                : 0.0;
-      if (g.pricemode == 0 && (R + D > 1.2 || g.iter > g.n + g.m)) {
+      // A wide model keeps partial pricing: reference pricing forms the pivot row over all
+      // columns each iteration, where partial pricing looks at a handful of them.
+      const bool wide = g.n > 4 * g.m;
+      if (g.pricemode == 0 && !wide && (R + D > 1.2 || g.iter > g.n + g.m)) {
         if (spx_log_on(g, 2))
           QZlogmod(g.model, 1, "\n%c%6d %8.0f : switch to devex", g.itype, g.nfact, g.iter);
         g.pricemode = 2;
