@@ -141,6 +141,7 @@ QZ_API int qzsetgopcallback_(QZmodel* model, QZgopCallback_t pfFunc, void* pvDat
 QZ_API int qzsetmodellogfunc_(QZmodel* model, QZlogFunc_t pfFunc, void* pvData);
 QZ_API int qzsetenvlogfunc_(QZenv* env, QZenvLogFunc_t pfFunc, void* pvData);
 /* Simplex runs and solves with the final basis. */
+QZ_API QZmodel qzgetdualmodel_(QZmodel* model, int* pnErrorcode);
 QZ_API int qzsplexoptimize_(QZmodel* model, int* nMethod);
 QZ_API int qzsplexreoptimize_(QZmodel* model, int* nMethod);
 QZ_API int qzdoftran_(QZmodel* model, int* nInc, const int* paiInc, const double* padInc, int* pnOut, int* paiOut, double* padOut);

@@ -13,6 +13,14 @@ QZ_API int QZsplexOptimize(QZmodel model, int nMethod);
    Changes of bounds, costs and right-hand sides made since keep the factorization. */
 QZ_API int QZsplexReoptimize(QZmodel model, int nMethod);
 
+/* A new model in the same environment holding the explicit dual of a linear model, with the
+   same optimal value: its columns are the multipliers of the rows that are not 'N' (y <= 0 for
+   'L', y >= 0 for 'G', free for 'E') followed by one range column w >= 0 per boxed column; its
+   rows are the columns that are not fixed, each moved to a finite bound first (a'y <= c with a
+   lower bound, a'y >= c with an upper bound only, a'y = c when free, a'y - w <= c when boxed).
+   It maximizes when the model minimizes and the reverse. Delete it with QZdeleteModel. */
+QZ_API QZmodel QZgetDualModel(QZmodel model, int* pnErrorcode);
+
 /* Solves with the final basis B of the last simplex run, in the model's own scale and signs.
    Column p of B is the column of the variable basic in position p (QZgetBasis reports the
    position as its status); the slack of row i stands for +e_i, or -e_i on a 'G' row.

@@ -103,6 +103,7 @@ int qzgetobjective_(QZmodel* model, double* pdObj) { return QZgetObjective(*mode
 int qzgetmipobjective_(QZmodel* model, double* pdObj) { return QZgetMIPObjective(*model, pdObj); }
 int qzgetsolution_(QZmodel* model, int* nWhich, double* padValues) { return QZgetSolution(*model, *nWhich, padValues); }
 int qzgetsolution2_(QZmodel* model, int* nSolType, double* padPrimal, double* padDual, double* padSlacks, double* padRedcosts) { return QZgetSolution2(*model, *nSolType, padPrimal, padDual, padSlacks, padRedcosts); }
+QZmodel qzgetdualmodel_(QZmodel* model, int* pnErrorcode) { return QZgetDualModel(*model, pnErrorcode); }
 int qzsplexoptimize_(QZmodel* model, int* nMethod) { return QZsplexOptimize(*model, *nMethod); }
 int qzsplexreoptimize_(QZmodel* model, int* nMethod) { return QZsplexReoptimize(*model, *nMethod); }
 int qzdoftran_(QZmodel* model, int* nInc, const int* paiInc, const double* padInc, int* pnOut, int* paiOut, double* padOut) { return QZdoFTRAN(*model, *nInc, paiInc, padInc, pnOut, paiOut, padOut); }

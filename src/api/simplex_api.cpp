@@ -5,6 +5,8 @@
 #include "core/callbacks.h"
 #include "core/model_ops.h"
 #include "core/optimize.h"
+#include "core/errors.h"
+#include "lp/simplex/explicit_dual.h"
 #include "lp/simplex/simplex.h"
 
 using namespace zento;
@@ -106,6 +108,34 @@ int QZsplexOptimize(QZmodel model, int nMethod) {
 int QZsplexReoptimize(QZmodel model, int nMethod) {
   if (int rc = check_run(model, nMethod)) return rc;
   QZ_GUARD({ return run(*model, nMethod, true); });
+}
+
+QZmodel QZgetDualModel(QZmodel model, int* pnErrorcode) {
+  int dummy = 0;
+  int& err = pnErrorcode ? *pnErrorcode : dummy;
+  err = 0;
+  if (model == nullptr) {
+    err = QZERR_ILLEGAL_NULL_POINTER;
+    return nullptr;
+  }
+  if (model->modelState == QZ_STATUS_UNLOADED) {
+    err = QZERR_NO_MODEL_LOADED;
+    return nullptr;
+  }
+  if (!is_linear(*model)) {
+    err = QZERR_NOT_SUPPORTED;
+    return nullptr;
+  }
+  Imodel* dual = nullptr;
+  err = api::guarded([&]() -> int {
+    QZ_CALL(create_model(model->env, &dual));
+    DualMap map;
+    const int rc = build_dual_model(*model, *dual, map);
+    if (rc != 0) delete_model(&dual);
+    return rc;
+  });
+  if (err != 0 && dual != nullptr) delete_model(&dual);
+  return dual;
 }
 
 int QZdoFTRAN(QZmodel model, int nInc, const int* paiInc, const double* padInc, int* pnOut,

@@ -4,10 +4,13 @@
 #include <cmath>
 
 #include "core/callbacks.h"
+#include "core/errors.h"
 #include "core/log.h"
 #include "core/model_ops.h"
 #include "core/optimize.h"
 #include "core/optimize_lp.h"
+#include "core/load.h"
+#include "lp/simplex/explicit_dual.h"
 #include "lp/simplex/simplex.h"
 
 namespace zento {
@@ -243,11 +246,12 @@ int ydo_the_lp_opt(Imodel& m, int nMethod) {
   return rc;
 }
 
-bool QZI_choose_orient(const Imodel& m, int nMethod) {
+bool QZI_choose_orient(Imodel& m, int nMethod) {
   const int pts = m.SplexPam.prob_to_solve;
   if (pts == 1) return false;
   if (pts == 2) return nMethod != QZ_METHOD_BARRIER;
   if (nMethod == QZ_METHOD_BARRIER || m.nCons < 2501) return false;
+  if (m.baseStats.stale) compute_base_stats(m);
   const BaseStats& b = m.baseStats;
   const double mm = m.nCons, n = std::max(1, m.nVars);
   const double r = b.densestRow / n, c = b.densestCol / mm;
@@ -262,8 +266,58 @@ bool QZI_choose_orient(const Imodel& m, int nMethod) {
   return r > 0.1 && r > 10 * c;
 }
 
+// Solves the explicit dual, then the model from the basis the dual's answer gives, so that
+// the primal values and multipliers come from a solve of the model itself.
+int QZIoptimizeDual(Imodel& m, int nMethod) {
+  struct Saved {
+    Imodel& m;
+    int pts, pre, scale;
+    ~Saved() {
+      m.SplexPam.prob_to_solve = pts;
+      m.SplexPam.lp_prelevel = pre;
+      m.SplexPam.lp_scale = scale;
+    }
+  } saved{m, m.SplexPam.prob_to_solve, m.SplexPam.lp_prelevel, m.SplexPam.lp_scale};
+  m.SplexPam.prob_to_solve = 1;
+  Imodel* dual = nullptr;
+  QZ_CALL(create_model(m.env, &dual));
+  struct Owner {
+    Imodel* p;
+    ~Owner() { delete_model(&p); }
+  } owner{dual};
+  QZ_CALL(copy_param(m, *dual, 0));
+  DualMap map;
+  QZ_CALL(build_dual_model(m, *dual, map));
+  dual->SplexPam.prob_to_solve = 1;
+  dual->SplexPam.solver_iusol = 0;
+  int status = 0;
+  int rc = QZoptimize_impl(*dual, nMethod, &status);
+  const double dualIters = dual->sol ? dual->sol->spxIter : 0.0;
+  if (rc == QZERR_USER_INTERRUPT) return rc;
+  free_solver_memory(m);
+  if (rc == 0 && (status == QZ_STATUS_BASIC_OPTIMAL || status == QZ_STATUS_OPTIMAL)) {
+    QZlogmod(&m, lp_log_level(m), "\n\nConstructing a primal basis from the explicit dual...\n");
+    std::vector<int> cst, rst;
+    dual_basis_build(m, map, dual->sol->colStatus, dual->sol->rowStatus, cst, rst);
+    QZ_CALL(load_basis(m, cst.data(), rst.data()));
+    m.SplexPam.lp_prelevel = 0;
+    m.SplexPam.lp_scale = 0;
+    rc = ydo_the_lp_opt(m, QZ_METHOD_PSIMPLEX);
+  } else {
+    // A dual without an optimum leaves the verdict to a solve of the model itself, with the
+    // orientation now fixed to the model.
+    rc = QZoptimizeLP(m, nMethod);
+  }
+  if (m.sol) {
+    m.sol->spxIter += dualIters;
+    m.sol->totSpxIter += dualIters;
+  }
+  return rc;
+}
+
 int QZoptimizeLP(Imodel& m, int nMethod) {
   if (!is_linear(m) && !m.NLPPam.nlp_solve_as_lp) return 0;
+  if (!is_nested(m) && is_linear(m) && QZI_choose_orient(m, nMethod)) return QZIoptimizeDual(m, nMethod);
   // Presolve is not part of this build: the full model is solved as with presolve off.
   int rc = ydo_the_lp_opt(m, nMethod);
   if (rc == 0 && m.sol && m.sol->model_status == QZ_STATUS_INFORUNB && m.SplexPam.solver_iusol &&

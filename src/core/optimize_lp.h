@@ -13,6 +13,7 @@ int pick_imethod_lp(Imodel& m, int event, int nMethod, bool warm);
 int qzi_accept_priminf(Imodel& m);
 int qzi_accept_dualinf(Imodel& m);
 // Whether the LP is better solved through its explicit dual.
-bool QZI_choose_orient(const Imodel& m, int nMethod);
+bool QZI_choose_orient(Imodel& m, int nMethod);
+int QZIoptimizeDual(Imodel& m, int nMethod);
 
 }  // namespace zento

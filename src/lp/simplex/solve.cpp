@@ -80,12 +80,13 @@ void putsolution(Glp& g, Imodel& model, Sol& s) {
     ynorm = std::max(ynorm, std::fabs(s.dual[i]));
   }
   g.ynorm = ynorm;
+  // dj stays in the working orientation (mirrored columns unflipped), as the statuses it is
+  // tested against; the report turns it into the user's sign.
   std::vector<double> dj(n + m);
   for (int j = 0; j < n; ++j) {
-    double d = g.rdc[j] / (g.cscal[j] * os);
-    if (g.flipped[j]) d = -d;
+    const double d = g.rdc[j] / (g.cscal[j] * os);
     dj[j] = d;
-    s.redcost[j] = d * sense;
+    s.redcost[j] = (g.flipped[j] ? -d : d) * sense;
   }
   for (int i = 0; i < m; ++i) dj[n + i] = g.rdc[n + i] * g.rscal[i] / os;
   // Slacks b - Ax from the model's own numbers.

@@ -1,6 +1,7 @@
 // The LP instance tables: every model read through the public MPS reader, solved with
-// presolve off by the primal and by the default (dual) method, its status compared with the
-// table and an optimal answer checked by a KKT certificate built from the model's own data.
+// presolve off by the primal and by the default (dual) method, and the feasible ones also
+// through their explicit dual; the status is compared with the table and an optimal answer
+// checked by a KKT certificate built from the model's own data.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -33,6 +34,7 @@ struct Row {
 struct Case {
   Row row;
   int method;
+  bool through_dual = false;  // solved through its explicit dual
 };
 
 std::vector<Row> read_table(const std::string& collection) {
@@ -64,11 +66,16 @@ std::vector<Case> cases(const std::string& collection) {
   std::vector<Case> out;
   for (const Row& r : read_table(collection))
     for (int method : {QZ_METHOD_PSIMPLEX, QZ_METHOD_FREE}) out.push_back({r, method});
+  // The explicit dual's route on the feasible collection.
+  if (collection == "netlib")
+    for (const Row& r : read_table(collection)) out.push_back({r, QZ_METHOD_FREE, true});
   return out;
 }
 
 std::string case_name(const ::testing::TestParamInfo<Case>& info) {
-  std::string s = info.param.row.model + (info.param.method == QZ_METHOD_FREE ? "_default" : "_primal");
+  std::string s = info.param.row.model +
+                  (info.param.through_dual ? "_dualmodel"
+                   : info.param.method == QZ_METHOD_FREE ? "_default" : "_primal");
   for (char& c : s)
     if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
   return s;
@@ -87,6 +94,7 @@ TEST_P(LpInstance, SolvesWithCertificate) {
       std::string(ZENTO_TEST_DATA) + "/" + c.row.collection + "/" + c.row.model + ".mps.gz";
   ASSERT_EQ(QZreadMPSFile(model, path.c_str(), QZ_MPS_AUTO), 0) << path;
   ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_LP_PRELEVEL, 0), 0);
+  if (c.through_dual) ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_PROB_TO_SOLVE, 2), 0);
   const auto t0 = std::chrono::steady_clock::now();
   int status = 0;
   rc = QZoptimize(model, c.method, &status);
@@ -94,8 +102,9 @@ TEST_P(LpInstance, SolvesWithCertificate) {
       std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
   int iters = 0;
   QZgetInfo(model, QZ_IINFO_SIM_ITER, &iters);
-  std::printf("%-10s %-8s status=%d iters=%d time=%.3f\n", c.row.model.c_str(),
-              c.method == QZ_METHOD_FREE ? "default" : "primal", status, iters, secs);
+  std::printf("%-10s %-9s status=%d iters=%d time=%.3f\n", c.row.model.c_str(),
+              c.through_dual ? "dualmodel" : c.method == QZ_METHOD_FREE ? "default" : "primal",
+              status, iters, secs);
   EXPECT_EQ(rc, 0);
   if (c.row.status == "infeasible") {
     EXPECT_TRUE(status == QZ_STATUS_INFEASIBLE || status == QZ_STATUS_INFORUNB) << status;
