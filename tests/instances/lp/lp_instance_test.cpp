@@ -94,7 +94,9 @@ TEST_P(LpInstance, SolvesWithCertificate) {
       std::string(ZENTO_TEST_DATA) + "/" + c.row.collection + "/" + c.row.model + ".mps.gz";
   ASSERT_EQ(QZreadMPSFile(model, path.c_str(), QZ_MPS_AUTO), 0) << path;
   ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_LP_PRELEVEL, 0), 0);
-  if (c.through_dual) ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_PROB_TO_SOLVE, 2), 0);
+  if (c.through_dual) {
+    ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_PROB_TO_SOLVE, 2), 0);
+  }
   const auto t0 = std::chrono::steady_clock::now();
   int status = 0;
   rc = QZoptimize(model, c.method, &status);
