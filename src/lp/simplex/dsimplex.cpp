@@ -56,6 +56,21 @@ struct Dual {
     g.duals_exact = !g.dperturbed && !phase1;
   }
 
+  // Wrong-signed reduced costs beyond the tolerance, boxed columns included.
+  int count_dual_infeasibilities() {
+    const int N = g.n + g.m;
+    const double t = dtol();
+    int cnt = 0;
+    for (int j = 0; j < N; ++j) {
+      const int s = g.cbas[j];
+      if (s >= 0 || s == kFixed) continue;
+      const double d = g.rdc[j];
+      const double viol = s == kAtLower ? -d : (s == kAtUpper ? d : std::fabs(d));
+      cnt += viol > t;
+    }
+    return cnt;
+  }
+
   // Flips boxed columns to the side their reduced cost likes; counts and optionally shifts the
   // other dual infeasibilities. Returns the number of those left unshifted.
   int fix_dual_infeasibilities(bool shift) {
@@ -728,23 +743,17 @@ int dsimplex(Glp& g) {
         continue;
       }
       if (g.dperturbed) {
+        // The shifts go. Reduced costs that turn wrong-signed are left to the primal, which
+        // starts from this primal feasible basis; flipping boxed columns instead would throw
+        // the point far from feasibility for a few tiny reduced costs.
         std::fill(g.rdcshift.begin(), g.rdcshift.end(), 0.0);
         g.dperturbed = 0;
         D.recompute_duals();
-        int left = D.fix_dual_infeasibilities(false);
-        if (left < 0) {
-          // Boxed columns flipped: the primal values moved; go on in the dual.
-          D.primal();
-          if (left < -1) {
-            g.xstat = XSTAT_SWITCH;
-            break;
-          }
-          continue;
-        }
-        if (left > 0) {
+        g.ndinf = D.count_dual_infeasibilities();
+        if (g.ndinf > 0) {
           if (spx_log_on(g, 2))
-            QZlogmod(g.model, 1, "\nEnding perturbation. wfact=%d, stat=%d, npinf=%d", g.wfact,
-                     g.xstat, g.npinf);
+            QZlogmod(g.model, 1, "\nEnding perturbation. wfact=%d, stat=%d, npinf=%d, ndinf=%d",
+                     g.wfact, g.xstat, g.npinf, g.ndinf);
           g.xstat = XSTAT_SWITCH;
           break;
         }
