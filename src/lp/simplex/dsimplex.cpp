@@ -407,13 +407,22 @@ struct Dual {
     if (!flips.empty()) {
       SVec& w = g.wvec;
       w.clear();
+      std::vector<char>& mark = g.rowmark;
+      int cnt = 0;
       for (int j : flips) {
         const double dx = g.cbas[j] == kAtLower ? g.ub[j] - g.lb[j] : g.lb[j] - g.ub[j];
         g.cbas[j] = g.cbas[j] == kAtLower ? kAtUpper : kAtLower;
-        for (int k = g.acols.beg[j]; k < g.acols.beg[j + 1]; ++k) w.val[g.acols.idx[k]] += g.acols.val[k] * dx;
+        for (int k = g.acols.beg[j]; k < g.acols.beg[j + 1]; ++k) {
+          const int i = g.acols.idx[k];
+          if (!mark[i]) {
+            mark[i] = 1;
+            w.idx[cnt++] = i;
+          }
+          w.val[i] += g.acols.val[k] * dx;
+        }
       }
-      w.n = -1;
-      w.pack(0.0);
+      for (int k = 0; k < cnt; ++k) mark[w.idx[k]] = 0;
+      w.n = cnt;
       g.lu.ftran(w, false);
       for (int k = 0; k < w.n; ++k) {
         g.rhs1[w.idx[k]] -= w.val[w.idx[k]];
@@ -550,10 +559,15 @@ struct Dual {
     for (int j = 0; j < N; ++j) {
       const int st = g.cbas[j];
       if (st >= 0 || st == kFixed || st == kFree) continue;
-      if (std::fabs(g.rdc[j]) >= g.ceps) continue;
+      // The first perturbation moves the dual-degenerate columns only; a repeated, boosted
+      // one also reaches those an earlier one moved, as far as they stay below its largest
+      // amount.
+      const double base = (std::fabs(g.cost[j]) * p + p) * p;
+      const double have = st == kAtLower ? g.rdc[j] : -g.rdc[j];
+      if (boost <= 1.0 ? std::fabs(g.rdc[j]) >= g.ceps : have >= (2 * base + g.ceps) * boost)
+        continue;
       const int R = g.irand(N);
-      const double amt =
-          ((std::fabs(g.cost[j]) * p + p) * p * (static_cast<double>(R + N) / N) + g.ceps) * boost;
+      const double amt = (base * (static_cast<double>(R + N) / N) + g.ceps) * boost;
       const double target = st == kAtLower ? amt : -amt;
       g.rdcshift[j] += target - g.rdc[j];
       g.rdc[j] = target;
@@ -562,11 +576,11 @@ struct Dual {
     if (cnt == 0) return;
     g.duals_exact = false;
     if (spx_log_on(g, 2)) {
-      static const char* const kWhy[] = {"Dual pre-perturbation...",
-                                         "Starting dual perturbation due to degeneracy...",
-                                         "Starting dual perturbation due to stalling..."};
-      QZlogmod(g.model, 1, "\n%s%s (cols=%d, boost=%g)", g.dperturbed ? "Re" : "",
-               kWhy[std::clamp(reason + 1, 0, 2)], cnt, boost);
+      const char* what = reason < 0 ? "Dual pre-perturbation..."
+                         : reason == 1 ? "dual perturbation due to stalling..."
+                                       : "dual perturbation due to degeneracy...";
+      const char* again = reason < 0 ? "" : (g.dperturbed ? "Restarting " : "Starting ");
+      QZlogmod(g.model, 1, "\n%s%s (cols=%d, boost=%g)", again, what, cnt, boost);
     }
     g.dperturbed = 1;
   }
@@ -580,7 +594,10 @@ struct Dual {
       const double x = g.cbas[j] >= 0 ? g.rhs1[g.cbas[j]] : nbval(g, j);
       if (x != 0.0) z += (g.cost[j] + g.rdcshift[j]) * x;
     }
-    if (z > zmark + 1e-9 * (1 + std::fabs(z)) || g.npinf < npinf_mark) {
+    // Harris shifts let the shifted objective creep without a real step: a rise counts only
+    // beyond a relative 1e-7, or when the primal infeasibility falls to a new low.
+    if (z > zmark + 1e-7 * (1 + std::fabs(z)) || g.npinf < npinf_mark ||
+        g.sumpinf < 0.999 * sumpinf_mark) {
       nstall = 0;
     } else if (++nstall >= 3 && !no_perturb) {
       nstall = 0;
@@ -589,11 +606,22 @@ struct Dual {
     }
     zmark = std::max(zmark, z);
     npinf_mark = std::min(npinf_mark, g.npinf);
+    sumpinf_mark = std::min(sumpinf_mark, g.sumpinf);
   }
 
   int nstall = 0, npert = 0, npinf_mark = 1 << 30;
-  bool no_perturb = false;  // the shifts of phase 1 were taken out once: no new ones there
-  double zmark = -1e300;
+  // Phase 1 ends only on true costs; shifts put back after each removal would loop, so after
+  // a few removals no new ones come.
+  int phase1_removals = 0;
+  bool no_perturb = false;
+
+  void reset_progress() {
+    nstall = 0;
+    zmark = -1e300;
+    sumpinf_mark = 1e300;
+    npinf_mark = 1 << 30;
+  }
+  double zmark = -1e300, sumpinf_mark = 1e300;
 };
 
 int dlpini(Glp& g, Dual& D) {
@@ -714,7 +742,8 @@ int dsimplex(Glp& g) {
         // with the true costs.
         std::fill(g.rdcshift.begin(), g.rdcshift.end(), 0.0);
         g.dperturbed = 0;
-        D.no_perturb = true;
+        D.no_perturb = ++D.phase1_removals >= 3;
+        D.reset_progress();
         D.recompute_duals();
         D.fix_dual_infeasibilities(false);
         D.primal();
@@ -736,8 +765,7 @@ int dsimplex(Glp& g) {
         D.primal();
         if (g.umode & 8) D.dperturb(-1, 1.0);
         D.no_perturb = false;
-        D.zmark = -1e300;
-        D.npinf_mark = 1 << 30;
+        D.reset_progress();
         g.norms_valid = false;
         D.init_norms();
         continue;

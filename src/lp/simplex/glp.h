@@ -260,6 +260,7 @@ struct Glp {
   std::vector<int> prow_idx;    // columns listed in the pivot row
   int prow_n = 0;
   std::vector<char> prow_mark;
+  std::vector<char> rowmark;    // scratch marks over rows, all zero between uses
   std::vector<double> dwork;
 
   SpxLu lu;

@@ -228,6 +228,7 @@ int QZI_spx_malloc(Glp& g) {
   g.prow.assign(N, 0.0);
   g.prow_idx.assign(N, 0);
   g.prow_mark.assign(N, 0);
+  g.rowmark.assign(m, 0);
   g.plist.assign(N, 0);
   g.dwork.assign(std::max(N, 1), 0.0);
   return 0;

@@ -323,6 +323,24 @@ struct Primal {
     g.xstat = XSTAT_INF;
   }
 
+  // Contribution of basic position p to the infeasibility count and sum.
+  double infeas_of(int p) const {
+    const int j = g.rbas[p];
+    if (g.rstat[p] == 'B') return g.lb[j] - g.rhs1[p];
+    if (g.rstat[p] == 'A') return g.rhs1[p] - g.ub[j];
+    return 0.0;
+  }
+  void drop_infeas(int p) {
+    if (g.rstat[p] != 'B' && g.rstat[p] != 'A') return;
+    --g.npinf;
+    g.sumpinf -= infeas_of(p);
+  }
+  void add_infeas(int p) {
+    if (g.rstat[p] != 'B' && g.rstat[p] != 'A') return;
+    ++g.npinf;
+    g.sumpinf += infeas_of(p);
+  }
+
   void update_weights(int q, int p, const SVec& col, double alpha_r) {
     double gamma = inref[q] ? 1.0 : 0.0;
     for (int k = 0; k < col.n; ++k) {
@@ -417,6 +435,8 @@ struct Primal {
         update_weights(q, p, col, alpha_r);
       }
     }
+    // The sums of infeasibility change only in the rows the column touches.
+    for (int k = 0; k < col.n; ++k) drop_infeas(col.idx[k]);
     const double step = sgn * theta;
     if (step != 0.0) {
       for (int k = 0; k < col.n; ++k) {
@@ -488,19 +508,19 @@ struct Primal {
         tagdelta.push_back(dq + tq);
       }
       if (urc != 0) {
-        compute_sums(g);
+        for (int k = 0; k < col.n; ++k) add_infeas(col.idx[k]);
         return 0;
       }
     }
-    compute_sums(g);
+    for (int k = 0; k < col.n; ++k) add_infeas(col.idx[k]);
     if (!tagpos.empty() && g.lu.valid()) {
       SVec& r = g.tau;
       r.clear();
       for (size_t k = 0; k < tagpos.size(); ++k) {
         r.val[tagpos[k]] += tagdelta[k];
+        r.idx[k] = tagpos[k];  // the rows are distinct
       }
-      r.n = -1;
-      r.pack(0.0);
+      r.n = static_cast<int>(tagpos.size());
       g.lu.btran(r);
       for (int k = 0; k < r.n; ++k) g.dual[r.idx[k]] += r.val[r.idx[k]];
       if (devex) {
