@@ -2,7 +2,7 @@
 # Installs what a fresh Debian machine lacks to build and test zento.
 set -euo pipefail
 packages=(cmake ninja-build g++ clang pkg-config libgtest-dev libgmock-dev libbenchmark-dev
-          zlib1g-dev liblua5.1-0-dev liblapack-dev libomp-dev valgrind
+          zlib1g-dev liblua5.1-0-dev liblapack-dev libomp-dev libclang-rt-dev valgrind
           coinor-clp coinor-cbc glpk-utils)
 missing=()
 for p in "${packages[@]}"; do

@@ -371,7 +371,11 @@ void Clu::solve_l(WorkVec& w, bool sparse) {
   }
 }
 
-void Clu::solve_u(WorkVec& w, bool sparse) {
+// Triangular solve with U stored by lines in (start, idx, val): by columns for U x = w, with
+// pivots taken in reverse order, or by rows for U^T x = w, in order.
+void Clu::solve_lines(WorkVec& w, bool sparse, const std::vector<int>& start,
+                      const std::vector<int>& idx, const std::vector<double>& val, double spvtol,
+                      bool reverse) {
   const double eps = opt_->eps_nonz;
   auto step = [&](int r) {
     double xr = w.x[r];
@@ -381,14 +385,14 @@ void Clu::solve_u(WorkVec& w, bool sparse) {
     }
     xr *= dinv_[r];
     w.x[r] = xr;
-    for (int k = ut_start_[r]; k < ut_start_[r + 1]; ++k) w.x[ut_idx_[k]] -= ut_val_[k] * xr;
+    for (int k = start[r]; k < start[r + 1]; ++k) w.x[idx[k]] -= val[k] * xr;
   };
   if (sparse && w.n >= 0) {
-    auto adj = [this](int r) -> std::pair<const int*, const int*> {
-      return {ut_idx_.data() + ut_start_[r], ut_idx_.data() + ut_start_[r + 1]};
+    auto adj = [&](int r) -> std::pair<const int*, const int*> {
+      return {idx.data() + start[r], idx.data() + start[r + 1]};
     };
     const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_,
-                              static_cast<int>(opt_->spvtol_ftran * m_));
+                              static_cast<int>(spvtol * m_));
     if (top >= 0) {
       for (int q = top; q < m_; ++q) step(rw_.out[q]);
       keep_nonzeros(w, rw_.out.data() + top, m_ - top);
@@ -396,35 +400,19 @@ void Clu::solve_u(WorkVec& w, bool sparse) {
     }
   }
   w.n = -1;
-  for (int p = m_ - 1; p >= 0; --p) step(order_[p]);
+  if (reverse) {
+    for (int p = m_ - 1; p >= 0; --p) step(order_[p]);
+  } else {
+    for (int p = 0; p < m_; ++p) step(order_[p]);
+  }
+}
+
+void Clu::solve_u(WorkVec& w, bool sparse) {
+  solve_lines(w, sparse, ut_start_, ut_idx_, ut_val_, opt_->spvtol_ftran, true);
 }
 
 void Clu::solve_ut(WorkVec& w, bool sparse) {
-  const double eps = opt_->eps_nonz;
-  auto step = [&](int r) {
-    double xr = w.x[r];
-    if (std::fabs(xr) <= eps) {
-      w.x[r] = 0.0;
-      return;
-    }
-    xr *= dinv_[r];
-    w.x[r] = xr;
-    for (int k = u_start_[r]; k < u_start_[r + 1]; ++k) w.x[u_idx_[k]] -= u_val_[k] * xr;
-  };
-  if (sparse && w.n >= 0) {
-    auto adj = [this](int r) -> std::pair<const int*, const int*> {
-      return {u_idx_.data() + u_start_[r], u_idx_.data() + u_start_[r + 1]};
-    };
-    const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_,
-                              static_cast<int>(opt_->spvtol_btran * m_));
-    if (top >= 0) {
-      for (int q = top; q < m_; ++q) step(rw_.out[q]);
-      keep_nonzeros(w, rw_.out.data() + top, m_ - top);
-      return;
-    }
-  }
-  w.n = -1;
-  for (int p = 0; p < m_; ++p) step(order_[p]);
+  solve_lines(w, sparse, u_start_, u_idx_, u_val_, opt_->spvtol_btran, false);
 }
 
 void Clu::solve_lt(WorkVec& w, bool sparse) {

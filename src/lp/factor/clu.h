@@ -44,6 +44,9 @@ class Clu final : public LuEngine {
   void bucket_take(int c);
 
   void solve_l(WorkVec& w, bool sparse);
+  void solve_lines(WorkVec& w, bool sparse, const std::vector<int>& start,
+                   const std::vector<int>& idx, const std::vector<double>& val, double spvtol,
+                   bool reverse);
   void solve_u(WorkVec& w, bool sparse);
   void solve_ut(WorkVec& w, bool sparse);
   void solve_lt(WorkVec& w, bool sparse);

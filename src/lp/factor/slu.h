@@ -84,6 +84,7 @@ class Slu final : public LuEngine {
   // slu_solve.cpp
   void ftran_l(WorkVec& w, bool sparse);
   void ftran_r(WorkVec& w);
+  void solve_u(WorkVec& w, bool sparse, const LineStore& st, double spvtol, bool reverse);
   void ftran_u(WorkVec& w, bool sparse);
   void ftran_pf(WorkVec& w);
   void btran_pf(WorkVec& w);

@@ -132,53 +132,50 @@ void Slu::ftran_r(WorkVec& w) {
   }
 }
 
-void Slu::ftran_u(WorkVec& w, bool sparse) {
+// U x = w (columns of U, pivots in reverse order) or U^T x = w (rows, pivots in order): the
+// same elimination over a different store. A sparse right-hand side is solved over its reach
+// only; past `spvtol` of m the reach is abandoned for the dense loop.
+void Slu::solve_u(WorkVec& w, bool sparse, const LineStore& st, double spvtol, bool reverse) {
   const double eps = opt_->eps_nonz;
+  auto eliminate = [&](int r) {
+    double xr = w.x[r];
+    if (std::fabs(xr) <= eps) {
+      w.x[r] = 0.0;
+      return 0;
+    }
+    xr *= dinv_[r];
+    w.x[r] = xr;
+    const int* ii = st.idx(r);
+    const double* vv = st.val(r);
+    const int n = st.len(r);
+    for (int k = 0; k < n; ++k) w.x[ii[k]] -= vv[k] * xr;
+    return n;
+  };
   if (sparse && w.n >= 0) {
-    const int limit = static_cast<int>(opt_->spvtol_ftran * m_);
-    auto adj = [this](int r) -> std::pair<const int*, const int*> {
-      const int* b = uc_.idx(r);
-      return {b, b + uc_.len(r)};
+    const int limit = static_cast<int>(spvtol * m_);
+    auto adj = [&st](int r) -> std::pair<const int*, const int*> {
+      const int* b = st.idx(r);
+      return {b, b + st.len(r)};
     };
     const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_, limit);
     if (top >= 0) {
       const int* out = rw_.out.data();
-      for (int q = top; q < m_; ++q) {
-        const int r = out[q];
-        double xr = w.x[r];
-        if (std::fabs(xr) <= eps) {
-          w.x[r] = 0.0;
-          continue;
-        }
-        xr *= dinv_[r];
-        w.x[r] = xr;
-        const int* ii = uc_.idx(r);
-        const double* vv = uc_.val(r);
-        const int n = uc_.len(r);
-        work_count_ += n;
-        for (int k = 0; k < n; ++k) w.x[ii[k]] -= vv[k] * xr;
-      }
+      for (int q = top; q < m_; ++q) work_count_ += eliminate(out[q]);
       work_count_ += m_ - top;
       keep_nonzeros(w, out + top, m_ - top);
       return;
     }
   }
   w.n = -1;
-  for (int p = m_ - 1; p >= 0; --p) {
-    const int r = order_[p];
-    double xr = w.x[r];
-    if (std::fabs(xr) <= eps) {
-      w.x[r] = 0.0;
-      continue;
-    }
-    xr *= dinv_[r];
-    w.x[r] = xr;
-    const int* ii = uc_.idx(r);
-    const double* vv = uc_.val(r);
-    for (int k = 0, n = uc_.len(r); k < n; ++k) w.x[ii[k]] -= vv[k] * xr;
+  if (reverse) {
+    for (int p = m_ - 1; p >= 0; --p) eliminate(order_[p]);
+  } else {
+    for (int p = 0; p < m_; ++p) eliminate(order_[p]);
   }
-  work_count_ += m_ + uc_.nnz();
+  work_count_ += m_ + st.nnz();
 }
+
+void Slu::ftran_u(WorkVec& w, bool sparse) { solve_u(w, sparse, uc_, opt_->spvtol_ftran, true); }
 
 // Product-form etas over row ids: x_s := x_s / piv, x_i -= alpha_i x_s.
 void Slu::ftran_pf(WorkVec& w) {
@@ -215,53 +212,7 @@ void Slu::btran_pf(WorkVec& w) {
   }
 }
 
-void Slu::btran_u(WorkVec& w, bool sparse) {
-  const double eps = opt_->eps_nonz;
-  if (sparse && w.n >= 0) {
-    const int limit = static_cast<int>(opt_->spvtol_btran * m_);
-    auto adj = [this](int r) -> std::pair<const int*, const int*> {
-      const int* b = ur_.idx(r);
-      return {b, b + ur_.len(r)};
-    };
-    const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_, limit);
-    if (top >= 0) {
-      const int* out = rw_.out.data();
-      for (int q = top; q < m_; ++q) {
-        const int r = out[q];
-        double xr = w.x[r];
-        if (std::fabs(xr) <= eps) {
-          w.x[r] = 0.0;
-          continue;
-        }
-        xr *= dinv_[r];
-        w.x[r] = xr;
-        const int* ii = ur_.idx(r);
-        const double* vv = ur_.val(r);
-        const int n = ur_.len(r);
-        work_count_ += n;
-        for (int k = 0; k < n; ++k) w.x[ii[k]] -= vv[k] * xr;
-      }
-      work_count_ += m_ - top;
-      keep_nonzeros(w, out + top, m_ - top);
-      return;
-    }
-  }
-  w.n = -1;
-  for (int p = 0; p < m_; ++p) {
-    const int r = order_[p];
-    double xr = w.x[r];
-    if (std::fabs(xr) <= eps) {
-      w.x[r] = 0.0;
-      continue;
-    }
-    xr *= dinv_[r];
-    w.x[r] = xr;
-    const int* ii = ur_.idx(r);
-    const double* vv = ur_.val(r);
-    for (int k = 0, n = ur_.len(r); k < n; ++k) w.x[ii[k]] -= vv[k] * xr;
-  }
-  work_count_ += m_ + ur_.nnz();
-}
+void Slu::btran_u(WorkVec& w, bool sparse) { solve_u(w, sparse, ur_, opt_->spvtol_btran, false); }
 
 void Slu::btran_r(WorkVec& w) {
   for (int k = static_cast<int>(r_row_.size()) - 1; k >= 0; --k) {

@@ -7,29 +7,10 @@
 #include <vector>
 
 #include "zento.h"
+#include "../common/env_fixture.h"
 
 namespace zento::test {
 
-struct EnvFixture : ::testing::Test {
-  QZenv env = nullptr;
-  void SetUp() override {
-    int rc = -1;
-    env = QZcreateEnv(&rc);
-    ASSERT_EQ(rc, 0);
-    ASSERT_NE(env, nullptr);
-  }
-  void TearDown() override {
-    if (env) {
-      EXPECT_EQ(QZdeleteEnv(&env), 0);
-    }
-  }
-  QZmodel new_model() {
-    int rc = -1;
-    QZmodel m = QZcreateModel(env, &rc);
-    EXPECT_EQ(rc, 0);
-    return m;
-  }
-};
 
 // max 2x + 3y  s.t.  x + y <= 4 (c0),  x + 3y >= 2 (c1),  x - y = 1 (c2); 0 <= x <= 10, y free.
 struct SmallLP {

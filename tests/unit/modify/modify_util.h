@@ -11,29 +11,11 @@
 #include <vector>
 
 #include "zento.h"
+#include "../common/env_fixture.h"
 
 namespace zento::test {
 
-struct ModifyFixture : ::testing::Test {
-  QZenv env = nullptr;
-  std::vector<QZmodel> models;
-  void SetUp() override {
-    int rc = -1;
-    env = QZcreateEnv(&rc);
-    ASSERT_EQ(rc, 0);
-  }
-  void TearDown() override {
-    if (env) {
-      EXPECT_EQ(QZdeleteEnv(&env), 0);
-    }
-  }
-  QZmodel new_model() {
-    int rc = -1;
-    QZmodel m = QZcreateModel(env, &rc);
-    EXPECT_EQ(rc, 0);
-    return m;
-  }
-};
+using ModifyFixture = EnvFixture;
 
 using Entries = std::vector<std::pair<int, double>>;
 

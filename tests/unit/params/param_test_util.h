@@ -11,6 +11,7 @@
 
 #include "core/params/registry.h"
 #include "zento.h"
+#include "../common/env_fixture.h"
 
 namespace zento::test {
 
@@ -77,22 +78,5 @@ inline std::vector<double> snapshot(const std::vector<ParItem>& items) {
   return v;
 }
 
-// Owns an environment and deletes it at the end of a test.
-struct EnvFixture : ::testing::Test {
-  QZenv env = nullptr;
-  void SetUp() override {
-    int rc = -1;
-    env = QZcreateEnv(&rc);
-    ASSERT_EQ(rc, 0);
-    ASSERT_NE(env, nullptr);
-  }
-  void TearDown() override { QZdeleteEnv(&env); }
-  QZmodel new_model() {
-    int rc = -1;
-    QZmodel m = QZcreateModel(env, &rc);
-    EXPECT_EQ(rc, 0);
-    return m;
-  }
-};
 
 }  // namespace zento::test
