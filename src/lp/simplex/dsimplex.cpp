@@ -270,37 +270,47 @@ struct Dual {
       cands.push_back({j, std::max(dd, 0.0) / std::fabs(a), std::fabs(a)});
     }
     if (cands.empty()) return -1;
-    // Candidates leave a min-heap by ratio only as far as the long step passes them, so the
-    // work beyond the scan is the number of flips times log of the row's candidates.
-    auto later = [](const Cand& x, const Cand& y) {
-      return x.ratio > y.ratio || (x.ratio == y.ratio && x.j > y.j);
+    // The long step passes candidates in increasing ratio. Those within the Harris bound come
+    // first and are few; only when the step passes all of them are the others sorted too.
+    auto before = [](const Cand& x, const Cand& y) {
+      return x.ratio < y.ratio || (x.ratio == y.ratio && x.j < y.j);
     };
-    size_t live = cands.size();  // the heap is cands[0, live); popped ones sit behind it
+    double T0 = 1e300;
+    for (const Cand& c : cands) T0 = std::min(T0, c.ratio + t / c.abs_alpha);
+    const auto nearEnd = std::partition(cands.begin(), cands.end(),
+                                        [T0](const Cand& c) { return c.ratio <= T0; });
+    std::sort(cands.begin(), nearEnd, before);
+    size_t sorted = static_cast<size_t>(nearEnd - cands.begin());
+    size_t stop = 0;
     if (g.dratio == 1 || g.dratio == 2) {
-      std::make_heap(cands.begin(), cands.end(), later);
       double slope = std::fabs(delta);
-      while (live > 1) {
-        const Cand& top = cands.front();
-        const int j = top.j;
+      for (;;) {
+        if (stop == sorted) {
+          if (sorted == cands.size()) break;
+          std::sort(cands.begin() + sorted, cands.end(), before);
+          sorted = cands.size();
+        }
+        if (stop + 1 == cands.size()) break;
+        const int j = cands[stop].j;
         if (!boxed(j) || g.cbas[j] == kFree) break;
-        const double dec = top.abs_alpha * (g.ub[j] - g.lb[j]);
+        const double dec = cands[stop].abs_alpha * (g.ub[j] - g.lb[j]);
         if (slope - dec <= 0) break;
         slope -= dec;
-        std::pop_heap(cands.begin(), cands.begin() + live, later);
-        --live;
-        flips.push_back(cands[live].j);
+        flips.push_back(j);
+        ++stop;
       }
     }
     // Harris pass over the candidates not passed: the largest pivot among those within the
     // tolerance of the smallest relaxed ratio; ties go to the smaller ratio, then index.
     double T = 1e300;
-    for (size_t k = 0; k < live; ++k) T = std::min(T, cands[k].ratio + t / cands[k].abs_alpha);
-    size_t pick = live;
-    for (size_t k = 0; k < live; ++k) {
+    for (size_t k = stop; k < cands.size(); ++k)
+      T = std::min(T, cands[k].ratio + t / cands[k].abs_alpha);
+    size_t pick = cands.size();
+    for (size_t k = stop; k < cands.size(); ++k) {
       const Cand& c = cands[k];
       if (c.ratio > T) continue;
-      if (pick == live || c.abs_alpha > cands[pick].abs_alpha ||
-          (c.abs_alpha == cands[pick].abs_alpha && later(cands[pick], c)))
+      if (pick == cands.size() || c.abs_alpha > cands[pick].abs_alpha ||
+          (c.abs_alpha == cands[pick].abs_alpha && before(c, cands[pick])))
         pick = k;
     }
     *step = cands[pick].ratio;

@@ -145,15 +145,33 @@ void compute_pivrow(Glp& g, const SVec& rho) {
     g.prow_n = c;
     return;
   }
-  for (int j = 0; j < N; ++j) {
+  // Dense multipliers: one pass over the nonbasic structurals; a logical's entry is its single
+  // coefficient times the multiplier of its row.
+  const double* rv = rho.val.data();
+  const int* cb = g.acols.beg.data();
+  const int* ci = g.acols.idx.data();
+  const double* cv = g.acols.val.data();
+  for (int j = 0; j < g.n; ++j) {
     if (g.cbas[j] >= 0) continue;
-    const double a = col_dot(g, j, rho.val);
+    double a = 0;
+    for (int k = cb[j]; k < cb[j + 1]; ++k) a += cv[k] * rv[ci[k]];
     if (std::fabs(a) > g.azero) {
       g.prow[j] = a;
       g.prow_mark[j] = 1;
       g.prow_idx[g.prow_n++] = j;
     }
   }
+  for (int i = 0; i < g.m; ++i) {
+    const int j = g.n + i;
+    if (g.cbas[j] >= 0 || rv[i] == 0.0) continue;
+    const double a = cv[cb[j]] * rv[i];
+    if (std::fabs(a) > g.azero) {
+      g.prow[j] = a;
+      g.prow_mark[j] = 1;
+      g.prow_idx[g.prow_n++] = j;
+    }
+  }
+  (void)N;
 }
 
 double objective_value(const Glp& g) {
