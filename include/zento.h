@@ -101,6 +101,7 @@ typedef struct Imodel* QZmodel;
 #include "zento_params.h"
 #include "zento_info.h"
 #include "zento_io.h"
+#include "zento_lp.h"
 #include "zento_modify.h"
 
 #ifdef __cplusplus

@@ -140,6 +140,14 @@ QZ_API int qzsetmipcallback_(QZmodel* model, QZmipCallback_t pfFunc, void* pvDat
 QZ_API int qzsetgopcallback_(QZmodel* model, QZgopCallback_t pfFunc, void* pvData);
 QZ_API int qzsetmodellogfunc_(QZmodel* model, QZlogFunc_t pfFunc, void* pvData);
 QZ_API int qzsetenvlogfunc_(QZenv* env, QZenvLogFunc_t pfFunc, void* pvData);
+/* Simplex runs and solves with the final basis. */
+QZ_API QZmodel qzgetdualmodel_(QZmodel* model, int* pnErrorcode);
+QZ_API int qzsplexoptimize_(QZmodel* model, int* nMethod);
+QZ_API int qzsplexreoptimize_(QZmodel* model, int* nMethod);
+QZ_API int qzdoftran_(QZmodel* model, int* nInc, const int* paiInc, const double* padInc, int* pnOut, int* paiOut, double* padOut);
+QZ_API int qzdobtran_(QZmodel* model, int* nInc, const int* paiInc, const double* padInc, int* pnOut, int* paiOut, double* padOut);
+QZ_API int qzdodenseftran_(QZmodel* model, const double* padB, double* padX);
+QZ_API int qzdodensebtran_(QZmodel* model, const double* padC, double* padY);
 /* Model modification. */
 QZ_API int qzmodifyaij_(QZmodel* model, int* iRow, int* iCol, double* dAij);
 QZ_API int qzmodifyaj_(QZmodel* model, int* iCol, int* nRows, const int* paiRows, const double* padAj);

@@ -103,6 +103,13 @@ int qzgetobjective_(QZmodel* model, double* pdObj) { return QZgetObjective(*mode
 int qzgetmipobjective_(QZmodel* model, double* pdObj) { return QZgetMIPObjective(*model, pdObj); }
 int qzgetsolution_(QZmodel* model, int* nWhich, double* padValues) { return QZgetSolution(*model, *nWhich, padValues); }
 int qzgetsolution2_(QZmodel* model, int* nSolType, double* padPrimal, double* padDual, double* padSlacks, double* padRedcosts) { return QZgetSolution2(*model, *nSolType, padPrimal, padDual, padSlacks, padRedcosts); }
+QZmodel qzgetdualmodel_(QZmodel* model, int* pnErrorcode) { return QZgetDualModel(*model, pnErrorcode); }
+int qzsplexoptimize_(QZmodel* model, int* nMethod) { return QZsplexOptimize(*model, *nMethod); }
+int qzsplexreoptimize_(QZmodel* model, int* nMethod) { return QZsplexReoptimize(*model, *nMethod); }
+int qzdoftran_(QZmodel* model, int* nInc, const int* paiInc, const double* padInc, int* pnOut, int* paiOut, double* padOut) { return QZdoFTRAN(*model, *nInc, paiInc, padInc, pnOut, paiOut, padOut); }
+int qzdobtran_(QZmodel* model, int* nInc, const int* paiInc, const double* padInc, int* pnOut, int* paiOut, double* padOut) { return QZdoBTRAN(*model, *nInc, paiInc, padInc, pnOut, paiOut, padOut); }
+int qzdodenseftran_(QZmodel* model, const double* padB, double* padX) { return QZdoDenseFTRAN(*model, padB, padX); }
+int qzdodensebtran_(QZmodel* model, const double* padC, double* padY) { return QZdoDenseBTRAN(*model, padC, padY); }
 int qzmodifyaij_(QZmodel* model, int* iRow, int* iCol, double* dAij) { return QZmodifyAij(*model, *iRow, *iCol, *dAij); }
 int qzmodifyaj_(QZmodel* model, int* iCol, int* nRows, const int* paiRows, const double* padAj) { return QZmodifyAj(*model, *iCol, *nRows, paiRows, padAj); }
 int qzdeleteaj_(QZmodel* model, int* iCol, int* nRows, const int* paiRows) { return QZdeleteAj(*model, *iCol, *nRows, paiRows); }

@@ -1,0 +1,69 @@
+// The simplex engine's view of the basis factorization: factor, solves, column replacement.
+//
+// Everything the methods ask of the basis matrix goes through this class, which drives the
+// `QZI_lu_` layer. Positions 0..m-1 of the basis hold columns rbas[0..m-1] of the working
+// matrix (logicals included); vectors are indexed by row on input to ftran and by position on
+// output, and the reverse for btran. The engine's vectors carry their values by list slot, the
+// simplex's by position, so the two are converted at this boundary.
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "lp/factor/lu.h"
+#include "lp/simplex/spmat.h"
+#include "lp/simplex/svec.h"
+
+namespace zento {
+
+class SpxLu {
+ public:
+  enum Status { kOk = 0, kSingular = 1, kNoMemory = 2, kUnstable = 3, kNoSpace = 4 };
+
+  SpxLu() = default;
+  SpxLu(const SpxLu&) = delete;
+  SpxLu& operator=(const SpxLu&) = delete;
+
+  // `lucore` is the engine number (0 means the default); returns 0 or an error code.
+  [[nodiscard]] int init(int m, double pivrel, int lucore, int max_updates);
+  // Factorizes the columns named in rbas. Singular pairs (row, position) are kept for recovery.
+  int factor(const SpMat& acols, const int* rbas);
+  // B x = b in place; with `save` the partial result is kept as the spike of the next update.
+  void ftran(SVec& x, bool save);
+  // B^T y = c in place.
+  void btran(SVec& y);
+  // Replaces the column in position `pos` by the last saved spike.
+  int update(int pos, double pivcoe);
+
+  int eta_size() const;
+  bool fresh() const { return valid_ && eta_size() == 0; }
+  bool valid() const { return valid_; }
+  void invalidate() { valid_ = false; }
+  double rcond() const;
+  double cond2est();
+  long lnonz() const;
+  long unonz() const;
+  long pnonz() const;
+  int npcand() const;
+  void set_pivrel(double v);
+  const std::vector<std::pair<int, int>>& singular() const { return singular_; }
+  // Refactorization request of the engine itself: 0, 2 or 10.
+  int wfact(int min_frequency) const;
+
+  // The column source of the engine.
+  static int datacol(void* host, int var, lu::LuColumn* out);
+
+ private:
+  void to_engine(const SVec& x, SpVec& v) const;
+  void from_engine(const SpVec& v, SVec& x) const;
+
+  int m_ = 0;
+  bool valid_ = false;
+  const SpMat* mat_ = nullptr;
+  std::unique_ptr<LuFactor> f_;
+  SpVec in_, out_;
+  std::vector<std::pair<int, int>> singular_;
+};
+
+}  // namespace zento

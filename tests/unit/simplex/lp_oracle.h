@@ -1,0 +1,58 @@
+// Test oracle for LP answers: generated LPs with a planted optimal primal-dual pair, and an
+// independent check of the KKT conditions of a reported solution.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "zento.h"
+
+namespace zento::test {
+
+struct LpData {
+  int m = 0, n = 0, sense = QZ_MIN;
+  double objconst = 0;
+  std::vector<double> c, b, lo, up;
+  std::string types;
+  std::vector<int> beg, rows;
+  std::vector<double> vals;
+  double opt = 0;           // planted optimum (user sense)
+  bool has_opt = true;      // false: no known optimum, the certificate alone decides
+  int expect = QZ_STATUS_BASIC_OPTIMAL;
+
+  int load(QZmodel model) const;
+  // Reads the data of a loaded linear model (no optimum known).
+  static LpData from_model(QZmodel model);
+  // Fixed-format MPS text of the model (for the peers).
+  std::string to_mps(const std::string& name) const;
+};
+
+struct GenOptions {
+  int m = 10, n = 15;
+  double density = 0.3;
+  double degen = 0.2;      // share of basic variables put on a bound (primal degeneracy)
+  double ddegen = 0.2;     // share of nonbasic columns with zero reduced cost
+  bool wide_scale = false; // coefficients over many orders of magnitude
+  bool allow_max = true;
+};
+
+// LP whose optimum is known by construction; all bound and row types appear.
+LpData make_planted(uint64_t seed, const GenOptions& opt);
+
+struct KktReport {
+  double pinf = 0, dinf = 0, compl_ = 0, objgap = 0;
+  std::string worst;
+  bool ok(double tol) const { return pinf <= tol && dinf <= tol && compl_ <= tol && objgap <= tol; }
+};
+
+// Checks x, y, d, slacks read from the model against the data, in relative measures.
+KktReport check_kkt(const LpData& lp, const std::vector<double>& x, const std::vector<double>& y,
+                    const std::vector<double>& d, const std::vector<double>& slack, double pobj);
+
+// Reads the solution of a solved model and checks it.
+KktReport check_model(QZmodel model, const LpData& lp);
+
+}  // namespace zento::test
