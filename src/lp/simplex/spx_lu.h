@@ -3,8 +3,7 @@
 // Everything the methods ask of the basis matrix goes through this class, which drives the
 // `QZI_lu_` layer. Positions 0..m-1 of the basis hold columns rbas[0..m-1] of the working
 // matrix (logicals included); vectors are indexed by row on input to ftran and by position on
-// output, and the reverse for btran. The engine's vectors carry their values by list slot, the
-// simplex's by position, so the two are converted at this boundary.
+// output, and the reverse for btran. The engine solves in the simplex's own vectors.
 #pragma once
 
 #include <memory>
@@ -55,14 +54,10 @@ class SpxLu {
   static int datacol(void* host, int var, lu::LuColumn* out);
 
  private:
-  void to_engine(const SVec& x, SpVec& v) const;
-  void from_engine(const SpVec& v, SVec& x) const;
-
   int m_ = 0;
   bool valid_ = false;
   const SpMat* mat_ = nullptr;
   std::unique_ptr<LuFactor> f_;
-  SpVec in_, out_;
   std::vector<std::pair<int, int>> singular_;
 };
 
