@@ -114,7 +114,7 @@ int store_work_sv(WorkVec& w, SvRef v, const int* map, const int* inv, bool pos_
     if (std::fabs(a) <= keep) return;
     const int s = map ? map[i] : i;
     val[s] = a;
-    if (!pos_order) idx[c++] = s;
+    idx[c++] = s;
   };
   if (w.n >= 0) {
     for (int k = 0; k < w.n; ++k) put(w.list[k]);
@@ -122,9 +122,18 @@ int store_work_sv(WorkVec& w, SvRef v, const int* map, const int* inv, bool pos_
     for (int i = 0; i < m; ++i)
       if (w.x[i] != 0.0) put(i);
   }
-  if (pos_order)
-    for (int s = 0; s < m; ++s)
-      if (val[s] != 0.0) idx[c++] = s;
+  if (pos_order) {
+    // Position order: a short list is sorted, a long one rebuilt by a scan.
+    int lg = 1;
+    while ((1 << lg) < c) ++lg;
+    if (4L * c * lg < m) {
+      std::sort(idx, idx + c);
+    } else {
+      c = 0;
+      for (int s = 0; s < m; ++s)
+        if (val[s] != 0.0) idx[c++] = s;
+    }
+  }
   w.n = 0;
   *v.n = c;
   return cnt;
