@@ -776,7 +776,7 @@ int dsimplex(Glp& g) {
         if (g.umode & 8) D.dperturb(-1, 1.0);
         D.no_perturb = false;
         D.reset_progress();
-        g.norms_valid = false;
+        // The row weights depend on the basis only: those updated through phase 1 carry on.
         D.init_norms();
         continue;
       }
