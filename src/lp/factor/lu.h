@@ -196,6 +196,9 @@ struct SvRef {
   double* val;
   int* idx;
   int* n;
+  // The caller expects a dense result: the U stage skips its reach search, which would only
+  // be abandoned past the density threshold.
+  bool dense_u = false;
 };
 
 class LuEngine;

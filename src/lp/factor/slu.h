@@ -84,8 +84,8 @@ class Slu final : public LuEngine {
   void build_lt();
 
   // slu_solve.cpp
-  void ftran_work(bool save);
-  void btran_work();
+  void ftran_work(bool save, bool dense_u);
+  void btran_work(bool dense_u);
   void ftran_l(WorkVec& w, bool sparse);
   void ftran_r(WorkVec& w);
   void solve_u(WorkVec& w, bool sparse, const LineStore& st, double spvtol, bool reverse);

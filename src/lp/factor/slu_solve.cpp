@@ -368,7 +368,7 @@ int Slu::ftran(const SpVec& in, SpVec& out, bool save, bool dense_out) {
   if (stat_ != kLuOk) return stat_;
   work_count_ = 0;
   load_work(in, w_, nullptr);
-  ftran_work(save);
+  ftran_work(save, false);
   store_work(w_, out, slot_of_row_.data(), dense_out, opt_->eps_nonz);
   return 0;
 }
@@ -377,20 +377,20 @@ int Slu::ftran_sv(SvRef v, bool save, bool pos_order, double drop, int* cnt_out)
   if (stat_ != kLuOk) return stat_;
   work_count_ = 0;
   load_work_sv(v, w_, nullptr);
-  ftran_work(save);
+  ftran_work(save, v.dense_u);
   *cnt_out = store_work_sv(w_, v, slot_of_row_.data(), row_of_slot_.data(), pos_order,
                            opt_->eps_nonz, drop);
   return 0;
 }
 
-void Slu::ftran_work(bool save) {
+void Slu::ftran_work(bool save, bool dense_u) {
   WorkVec& w = w_;
   const bool sparse = w.n >= 0 && w.n < opt_->spvtol_ftran * m_;
   if (!sparse && w.n >= 0) w.n = -1;
   ftran_l(w, sparse);
   ftran_r(w);
   if (save && update_type_ == 1) save_spike(w);
-  ftran_u(w, sparse);
+  ftran_u(w, sparse && !dense_u);
   ftran_pf(w);
   if (save && update_type_ == 0) save_spike(w);
 }
@@ -399,7 +399,7 @@ int Slu::btran(const SpVec& in, SpVec& out, bool dense_out) {
   if (stat_ != kLuOk) return stat_;
   work_count_ = 0;
   load_work(in, w_, row_of_slot_.data());
-  btran_work();
+  btran_work(false);
   store_work(w_, out, nullptr, dense_out, opt_->eps_nonz);
   return 0;
 }
@@ -408,17 +408,17 @@ int Slu::btran_sv(SvRef v, bool pos_order, double drop, int* cnt_out) {
   if (stat_ != kLuOk) return stat_;
   work_count_ = 0;
   load_work_sv(v, w_, row_of_slot_.data());
-  btran_work();
+  btran_work(v.dense_u);
   *cnt_out = store_work_sv(w_, v, nullptr, nullptr, pos_order, opt_->eps_nonz, drop);
   return 0;
 }
 
-void Slu::btran_work() {
+void Slu::btran_work(bool dense_u) {
   WorkVec& w = w_;
   const bool sparse = w.n >= 0 && w.n < opt_->spvtol_btran * m_;
   if (!sparse && w.n >= 0) w.n = -1;
   btran_pf(w);
-  btran_u(w, sparse);
+  btran_u(w, sparse && !dense_u);
   btran_r(w);
   btran_l(w, sparse);
 }

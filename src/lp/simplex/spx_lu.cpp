@@ -58,17 +58,18 @@ int SpxLu::factor(const SpMat& acols, const int* rbas) {
 }
 
 // The engine solves in the vector's own storage: no copies through list-slot records.
-void SpxLu::ftran(SVec& x, bool save) {
+void SpxLu::ftran(SVec& x, bool save, bool dense) {
   if (m_ == 0) return;
-  if (QZI_lu_ftran_sv(*f_, lu::SvRef{x.val.data(), x.idx.data(), &x.n}, save ? 1 : 0, kDropTol) != 0) {
+  if (QZI_lu_ftran_sv(*f_, lu::SvRef{x.val.data(), x.idx.data(), &x.n, dense}, save ? 1 : 0,
+                      kDropTol) != 0) {
     valid_ = false;
     x.clear();
   }
 }
 
-void SpxLu::btran(SVec& y) {
+void SpxLu::btran(SVec& y, bool dense) {
   if (m_ == 0) return;
-  if (QZI_lu_btran_sv(*f_, lu::SvRef{y.val.data(), y.idx.data(), &y.n}, kDropTol) != 0) {
+  if (QZI_lu_btran_sv(*f_, lu::SvRef{y.val.data(), y.idx.data(), &y.n, dense}, kDropTol) != 0) {
     valid_ = false;
     y.clear();
   }

@@ -29,9 +29,11 @@ class SpxLu {
   // Factorizes the columns named in rbas. Singular pairs (row, position) are kept for recovery.
   int factor(const SpMat& acols, const int* rbas);
   // B x = b in place; with `save` the partial result is kept as the spike of the next update.
-  void ftran(SVec& x, bool save);
+  // `dense` tells that the result is expected dense (the engine then skips a doomed sparse
+  // search).
+  void ftran(SVec& x, bool save, bool dense = false);
   // B^T y = c in place.
-  void btran(SVec& y);
+  void btran(SVec& y, bool dense = false);
   // Replaces the column in position `pos` by the last saved spike.
   int update(int pos, double pivcoe);
 
