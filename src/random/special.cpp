@@ -92,11 +92,27 @@ double log_gamma_prefactor(double a, double x) {
   return -bd0(a, x) + 0.5 * std::log(a) - kLnSqrt2Pi - stirlerr(a);
 }
 
+namespace {
+
+// bd0(x, m) with the deviation d = m - x given too, which callers know more accurately than
+// the difference of x and m.
+double bd0_dev(double x, double m, double d) {
+  const double t = -d / m;
+  if (std::fabs(t) < 0.5) return m * (log1pmx(t) + t * std::log1p(t));
+  return x * std::log(x / m) + d;
+}
+
+}  // namespace
+
 double log_beta_prefactor(double a, double b, double x, double y) {
   if (x <= 0.0 || y <= 0.0) return -std::numeric_limits<double>::infinity();
   const double n = a + b;
-  const double lin = (n * x - a) + (n * y - b);
-  return -bd0(a, n * x) - bd0(b, n * y) + lin + 0.5 * std::log(a * b / n) - kLnSqrt2Pi -
+  // n x - a = b - n y; take it from the smaller of x and y, the one known to full accuracy.
+  const bool by_x = x <= y;
+  const double d = by_x ? n * x - a : b - n * y;
+  const double ma = by_x ? n * x : a + d;
+  const double mb = by_x ? b - d : n * y;
+  return -bd0_dev(a, ma, d) - bd0_dev(b, mb, -d) + 0.5 * std::log(a * b / n) - kLnSqrt2Pi -
          stirlerr(a) - stirlerr(b) + stirlerr(n);
 }
 
@@ -267,39 +283,46 @@ double normal_quantile(double p) { return normal_quantile_pq(p, 1.0 - p); }
 
 namespace {
 
-constexpr int kRootIter = 300;
+constexpr int kRootIter = 500;
 
-// Safeguarded Halley iteration for a monotone increasing g(v) - target on (lo, hi): g and its
-// derivative come from `eval`, which also returns the Halley curvature ratio g''/g'.
+// Newton's method on g(v) = +-(ln tail(v) - ln target), increasing in v, inside a bracket
+// [lo, hi] that every evaluation narrows. Working on the log of the tail keeps the steps
+// sensible from the centre to the far tails, where the tail behaves like a power or an
+// exponential of v. A step that leaves the bracket bisects it, geometrically when it spans
+// orders of magnitude. Converged when the tail matches to a few ulps or the bracket is
+// down to rounding; an answer below the smallest double is 0.
 template <class Eval>
-int bracketed_halley(Eval eval, double lo, double hi, double v, double* out) {
+int bracketed_newton(Eval eval, double lo, double hi, double v, double* out) {
   for (int it = 0; it < kRootIter; ++it) {
-    double f = 0.0, df = 0.0, curv = 0.0;
-    const int rc = eval(v, &f, &df, &curv);
+    double g = 0.0, dg = 0.0;
+    const int rc = eval(v, &g, &dg);
     if (rc != 0 && rc != QZERR_DIST_TRUNCATED) return rc;
-    if (f == 0.0) break;
-    if (f > 0.0) hi = v; else lo = v;
-    double next;
-    if (df > 0.0 && std::isfinite(df)) {
-      const double u = f / df;
-      double corr = 1.0 - 0.5 * u * curv;
-      if (!(corr > 0.5)) corr = 0.5;
-      if (corr > 2.0) corr = 2.0;
-      next = v - u / corr;
-    } else {
-      next = lo;  // forces the bisection below
+    if (std::fabs(g) <= 4.0 * kEps) break;
+    if (g > 0.0) hi = v; else lo = v;
+    if (hi <= std::numeric_limits<double>::denorm_min()) {
+      v = hi;
+      break;
     }
-    if (!(next > lo && next < hi)) next = 0.5 * (lo + hi);
-    if (std::fabs(next - v) <= 4.0 * kEps * std::fabs(v) || hi - lo <= 4.0 * kEps * std::fabs(v)) {
-      v = next;
-      *out = v;
-      return 0;
+    if (hi - lo <= 4.0 * kEps * std::fabs(v)) break;
+    double next = (std::isfinite(g) && dg > 0.0 && std::isfinite(dg)) ? v - g / dg : lo - 1.0;
+    if (!(next > lo && next < hi)) {
+      if (lo <= 0.0) next = hi * 1e-3;
+      else if (hi > 8.0 * lo) next = std::sqrt(lo) * std::sqrt(hi);
+      else next = 0.5 * (lo + hi);
     }
+    if (next == v) break;
     v = next;
+    if (it + 1 == kRootIter) {
+      *out = v;
+      return QZERR_DIST_ROOTFIND_ITER_LIMIT;
+    }
   }
   *out = v;
-  // A bracket squeezed to rounding level is an answer; otherwise report the limit.
-  return (hi - lo) <= 1e-12 * std::fabs(v) ? 0 : QZERR_DIST_ROOTFIND_ITER_LIMIT;
+  return 0;
+}
+
+double safe_log(double v) {
+  return v > 0.0 ? std::log(v) : -std::numeric_limits<double>::infinity();
 }
 
 }  // namespace
@@ -314,38 +337,40 @@ int gamma_quantile(double a, double p, double q, double* x) {
     return 0;
   }
   const bool lower = p <= q;
-  // Starting point: Wilson-Hilferty, or the small-x power law when it fails or a is small.
+  // P(a, x) ~ x^a / Gamma(a + 1) for small x.
+  const double log_small = (std::log(p) + log_gamma(a + 1.0)) / a;
+  if (lower && log_small < -745.0) {
+    *x = 0.0;
+    return 0;
+  }
   double x0 = -1.0;
   if (a > 1.0) {
+    // Wilson-Hilferty.
     const double z = normal_quantile_pq(p, q);
     const double t = 1.0 - 1.0 / (9.0 * a) + z / (3.0 * std::sqrt(a));
     x0 = a * t * t * t;
   }
-  if (!(x0 > 0.0)) {
-    const double lg = log_gamma(a + 1.0);
-    const double small = std::exp((std::log(p) + lg) / a);
-    x0 = small < a ? small : a - std::log(q) + (a - 1.0) * std::log(a + 1.0);
-    if (!(x0 > 0.0) || !std::isfinite(x0)) x0 = a;
-  }
-  auto eval = [&](double v, double* f, double* df, double* curv) {
+  if (!(x0 > 0.0) && lower && log_small < std::log(a + 1.0)) x0 = std::exp(log_small);
+  if (!(x0 > 0.0)) x0 = a - std::log(q) + 1.0;
+  const double lt = lower ? std::log(p) : std::log(q);
+  auto eval = [&](double v, double* g, double* dg) {
     double P = 0.0, Q = 0.0;
     const int rc = gamma_inc(a, v, &P, &Q);
-    *f = lower ? P - p : q - Q;
-    *df = std::exp(log_gamma_prefactor(a, v)) / v;
-    *curv = (a - 1.0) / v - 1.0;
+    const double tail = lower ? P : Q;
+    *g = lower ? safe_log(tail) - lt : lt - safe_log(tail);
+    *dg = std::exp(log_gamma_prefactor(a, v)) / v / tail;
     return rc;
   };
-  // Bracket: expand above until the function is positive.
   double lo = 0.0, hi = std::fmax(2.0 * x0, 1.0);
   for (int k = 0; k < 2000; ++k) {
-    double f = 0.0, df = 0.0, curv = 0.0;
-    (void)eval(hi, &f, &df, &curv);
-    if (f >= 0.0) break;
+    double g = 0.0, dg = 0.0;
+    (void)eval(hi, &g, &dg);
+    if (g >= 0.0) break;
     lo = hi;
     hi *= 2.0;
   }
-  if (!(x0 > lo && x0 < hi)) x0 = 0.5 * (lo + hi);
-  return bracketed_halley(eval, lo, hi, x0, x);
+  if (!(x0 > lo && x0 < hi)) x0 = lo > 0.0 ? std::sqrt(lo * hi) : 0.5 * hi;
+  return bracketed_newton(eval, lo, hi, x0, x);
 }
 
 int beta_quantile(double a, double b, double p, double q, double* x, double* y) {
@@ -359,11 +384,24 @@ int beta_quantile(double a, double b, double p, double q, double* x, double* y) 
     *y = 0.0;
     return 0;
   }
+  // I_x(a, b) ~ x^a / (a B(a, b)) near 0, and the mirror near 1.
+  const double lb = log_beta(a, b);
+  if (p <= q && (std::log(p) + std::log(a) + lb) / a < -745.0) {
+    *x = 0.0;
+    *y = 1.0;
+    return 0;
+  }
+  if (q < p && (std::log(q) + std::log(b) + lb) / b < -745.0) {
+    *x = 1.0;
+    *y = 0.0;
+    return 0;
+  }
   // Starting point for the lower tail of (a, b) at probability pp.
-  auto guess = [](double a_, double b_, double pp) {
+  auto guess = [lb](double a_, double b_, double pp) {
     if (a_ >= 1.0 && b_ >= 1.0) {
       const double t = std::sqrt(-2.0 * std::log(pp));
-      const double z = (2.30753 + t * 0.27061) / (1.0 + t * (0.99229 + t * 0.04481)) - t;
+      // Minus the normal quantile of pp, in the sign convention of this formula.
+      const double z = t - (2.30753 + t * 0.27061) / (1.0 + t * (0.99229 + t * 0.04481));
       const double al = (z * z - 3.0) / 6.0;
       const double h = 2.0 / (1.0 / (2.0 * a_ - 1.0) + 1.0 / (2.0 * b_ - 1.0));
       const double w = z * std::sqrt(al + h) / h -
@@ -371,32 +409,27 @@ int beta_quantile(double a, double b, double p, double q, double* x, double* y) 
                            (al + 5.0 / 6.0 - 2.0 / (3.0 * h));
       return a_ / (a_ + b_ * std::exp(2.0 * w));
     }
-    const double lna = std::log(a_ / (a_ + b_)), lnb = std::log(b_ / (a_ + b_));
-    const double t = std::exp(a_ * lna) / a_, u = std::exp(b_ * lnb) / b_;
-    const double w = t + u;
-    if (pp < t / w) return std::pow(a_ * w * pp, 1.0 / a_);
-    return 1.0 - std::pow(b_ * w * (1.0 - pp), 1.0 / b_);
+    return std::exp((std::log(pp) + std::log(a_) + lb) / a_);
   };
   double x0 = p <= q ? guess(a, b, p) : 1.0 - guess(b, a, q);
   if (!(x0 > 0.0 && x0 < 1.0)) x0 = a / (a + b);
   const bool lower = p <= q;
   // Iterate on the smaller of x and 1 - x so that both come out with relative accuracy.
   const bool on_x = x0 <= 0.5;
-  auto eval = [&](double v, double* f, double* df, double* curv) {
+  const double lt = lower ? std::log(p) : std::log(q);
+  const double sgn = (lower ? 1.0 : -1.0) * (on_x ? 1.0 : -1.0);
+  auto eval = [&](double v, double* g, double* dg) {
     const double xx = on_x ? v : 1.0 - v;
     const double yy = on_x ? 1.0 - v : v;
     double ix = 0.0, iy = 0.0;
     const int rc = beta_inc(a, b, xx, yy, &ix, &iy);
-    const double g = lower ? ix - p : q - iy;  // increasing in x
-    const double dens = std::exp(log_beta_prefactor(a, b, xx, yy)) / (xx * yy);
-    const double c = (a - 1.0) / xx - (b - 1.0) / yy;
-    *f = on_x ? g : -g;
-    *df = dens;
-    *curv = on_x ? c : -c;
+    const double tail = lower ? ix : iy;
+    *g = sgn * (safe_log(tail) - lt);
+    *dg = std::exp(log_beta_prefactor(a, b, xx, yy)) / (xx * yy) / tail;
     return rc;
   };
   double v = 0.0;
-  const int rc = bracketed_halley(eval, 0.0, 1.0, on_x ? x0 : 1.0 - x0, &v);
+  const int rc = bracketed_newton(eval, 0.0, 1.0, on_x ? x0 : 1.0 - x0, &v);
   *x = on_x ? v : 1.0 - v;
   *y = on_x ? 1.0 - v : v;
   return rc;
