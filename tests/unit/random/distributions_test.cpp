@@ -166,7 +166,9 @@ TEST(Distributions, KnownValues) {
     EXPECT_NEAR(v / w, 1.0, 2e-3) << x;
     QZcalcPdfSymStable(x, 1.9999, &v);
     QZcalcPdfNormal(x, 0.0, std::sqrt(2.0), &w);
-    if (x < 10) EXPECT_NEAR(v / w, 1.0, 2e-3) << x;
+    if (x < 10) {
+      EXPECT_NEAR(v / w, 1.0, 2e-3) << x;
+    }
   }
   // Discrete laws: the Poisson quantile at the cdf of k is k.
   for (double k : {0.0, 1.0, 5.0, 15.0}) {
@@ -207,7 +209,9 @@ TEST(Distributions, DiscreteMassesSumToTheCdfAndQuantilesAreLeastPoints) {
     for (double p : {1e-6, 0.01, 0.2, 0.5, 0.77, 0.999}) {
       const double k = call(d->inv, p, c.par);
       EXPECT_GE(call(d->cdf, k, c.par), p) << c.name;
-      if (k > c.lo) EXPECT_LT(call(d->cdf, k - 1.0, c.par), p) << c.name;
+      if (k > c.lo) {
+        EXPECT_LT(call(d->cdf, k - 1.0, c.par), p) << c.name;
+      }
     }
   }
 }
