@@ -203,3 +203,23 @@ TEST(Generators, ThreadedBufferDependsOnSeedAndThreadCountOnly) {
 }
 
 }  // namespace
+
+#include "zento_fortran.h"
+
+namespace {
+
+TEST(Generators, FortranTwinsPassEverythingByReference) {
+  int kind = 6, seed = 5489;
+  QZenv env = nullptr;
+  QZrandGen g = qzcreaterg_(&env, &kind);
+  ASSERT_NE(g, nullptr);
+  ASSERT_EQ(qzsetrgseed_(&g, &seed), 0);
+  EXPECT_DOUBLE_EQ(qzgetdoublerv_(&g), 3499211612.0 / 4294967296.0);
+  double p = 0.975, mu = 0.0, sigma = 1.0, x = 0.0;
+  ASSERT_EQ(qzcalccdfinversenormal_(&p, &mu, &sigma, &x), 0);
+  EXPECT_NEAR(x, 1.959963984540054, 1e-14);
+  qzdisposerg_(&g);
+  EXPECT_EQ(g, nullptr);
+}
+
+}  // namespace
