@@ -108,8 +108,8 @@ QZ_API void QZdisposeRG(QZrandGen* ppRG);
 /* Seed 0 takes the current time. Returns an error code. */
 QZ_API int QZsetRGSeed(QZrandGen pRG, int nSeed);
 QZ_API int QZgetInitSeed(QZrandGen pRG);
-/* A uniform double in [0, 1); -1.0 for a null generator. A buffered generator reads its
-   buffer and refills it when used up. */
+/* A uniform double in [0, 1) (kind 0 may give 1.0); -1.0 for a null generator. The threaded
+   variant reads its buffer and refills it when used up. */
 QZ_API double QZgetDoubleRV(QZrandGen pRG);
 /* A uniform integer in [iLow, iHigh]; iLow when iLow >= iHigh or the generator is null. */
 QZ_API int QZgetInt32RV(QZrandGen pRG, int iLow, int iHigh);

@@ -40,7 +40,6 @@ int32_t SysRand::next() {
 // ---- Kind 1 ----
 namespace {
 constexpr double kM1 = 4294967087.0;
-constexpr double kM2 = 4294944443.0;
 
 uint64_t splitmix64(uint64_t& x) {
   uint64_t z = (x += 0x9E3779B97F4A7C15ull);
@@ -62,24 +61,18 @@ void Mrg32k3a::seed(int s) {
 
 double Mrg32k3a::next() {
   const int k = phase, k1 = (phase + 1) % 3, k2 = (phase + 2) % 3;
-  // Multipliers 1403580 = 2235 * 628, 810728 = 101341 * 8, 527612 = 7759 * 68 and
-  // 1370589 = 1013 * 1353: two exact products each.
-  double a = std::fmod(2235.0 * s1[k1], kM1);
-  double c = std::fmod(101341.0 * s1[k], kM1);
-  double b = std::fmod(7759.0 * s2[k2], kM2);
-  double d = std::fmod(1013.0 * s2[k], kM2);
-  a = std::fmod(628.0 * a, kM1);
-  b = std::fmod(68.0 * b, kM2);
-  c = std::fmod(8.0 * c, kM1);
-  d = std::fmod(1353.0 * d, kM2);
-  double u = a - c;
-  if (u < 0) u += kM1;
-  double v = b - d;
-  if (v < 0) v += kM2;
-  s1[k] = u;
-  s2[k] = v;
+  // The recursions x = 1403580 x[-2] - 810728 x[-3] (mod m1) and y = 527612 y[-1] -
+  // 1370589 y[-3] (mod m2) in 64-bit integers: every product is below 2^63, so this is the
+  // exact value that the split-multiplier double form computes, without its fmod calls.
+  constexpr int64_t m1 = 4294967087LL, m2 = 4294944443LL;
+  int64_t u = (1403580LL * static_cast<int64_t>(s1[k1]) - 810728LL * static_cast<int64_t>(s1[k])) % m1;
+  if (u < 0) u += m1;
+  int64_t v = (527612LL * static_cast<int64_t>(s2[k2]) - 1370589LL * static_cast<int64_t>(s2[k])) % m2;
+  if (v < 0) v += m2;
+  s1[k] = static_cast<double>(u);
+  s2[k] = static_cast<double>(v);
   phase = k1;
-  const double diff = u - v;
+  const double diff = static_cast<double>(u - v);
   return (diff > 0 ? diff : diff + kM1) * (1.0 / (kM1 + 1.0));
 }
 
