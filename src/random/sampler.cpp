@@ -318,8 +318,10 @@ int generate(QZsample s, int method, int n) {
     if (s->dist == QZ_DIST_USER && s->userFunc == nullptr) return QZERR_SAMP_NO_USER_DIST;
     QZ_CALL(check_params_set(*s));
     // Parameters are checked once, before any draw.
-    double probe = 0.0;
-    QZ_CALL(eval(s, QZ_FUNC_CDFINV, 0.5, &probe));
+    if (s->info != nullptr) {
+      double probe = 0.0;
+      QZ_CALL(eval(s, QZ_FUNC_CDFINV, 0.5, &probe));
+    }
     std::vector<double> u;
     draw_uniforms(s->rg, method, n, u);
     for (int i = 0; i < n; ++i) QZ_CALL(eval(s, QZ_FUNC_CDFINV, u[i], &pts[i]));
