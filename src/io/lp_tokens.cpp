@@ -2,6 +2,7 @@
 #include "io/lp_tokens.h"
 
 #include <cctype>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 
@@ -113,6 +114,7 @@ bool qzi_readValue(const char** pos, double* value, bool* signOnly, bool* hasSig
   }
   *signOnly = false;
   *value = std::strtod(std::string(s, static_cast<size_t>(p - s)).c_str(), nullptr);
+  if (!std::isfinite(*value)) return false;  // beyond the range of a double
   *pos = p;
   if (is_white(**pos)) ++*pos;
   return true;

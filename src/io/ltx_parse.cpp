@@ -14,6 +14,7 @@
 // read every file of the writer alike. The scanner and the parser keep their state in local
 // records, so reads may run side by side.
 #include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -178,6 +179,7 @@ Token Scanner::next() {
     t.type = Tok::kNumber;
     t.value = std::strtod(std::string(p_, numLen).c_str(), nullptr);
     p_ += numLen;
+    if (!std::isfinite(t.value)) t.type = Tok::kError;  // beyond the range of a double
     return t;
   }
   if (nameLen > 0) {
@@ -208,7 +210,7 @@ Token Scanner::next() {
     return t;
   }
   char shown[2] = {c, '\0'};
-  QZlogmod(&m_, 1, "LEX ERROR: %s\n", shown);
+  QZlogmod(&m_, text_printlevel(m_) > 1, "LEX ERROR: %s\n", shown);
   t.type = Tok::kError;
   return t;
 }
@@ -219,7 +221,8 @@ class Parser {
  public:
   Parser(Imodel& m, const char* text, size_t len) : t_(m), scan_(m, text, len) {}
   int parse();
-  int line() const { return tok_.line; }
+  // The line of the token or declaration where the parse stopped.
+  int line() const { return errLine_ > 0 ? errLine_ : tok_.line; }
   TextModel& model() { return t_; }
 
  private:
@@ -260,6 +263,7 @@ class Parser {
   TextModel t_;
   Scanner scan_;
   Token tok_;
+  int errLine_ = 0;
 };
 
 bool Parser::term(bool first, bool objective) {
@@ -332,6 +336,19 @@ void Parser::problem() {
 
 int Parser::declaration() {
   const Tok kind = tok_.type;
+  errLine_ = tok_.line;  // a declaration that fails names its own line
+  switch (kind) {
+    case Tok::kQcp:
+    case Tok::kTitle:
+    case Tok::kGin:
+    case Tok::kInt:
+    case Tok::kFree:
+    case Tok::kSub:
+    case Tok::kSlb:
+      break;
+    default:
+      fail();
+  }
   advance();
   switch (kind) {
     case Tok::kQcp:
@@ -350,12 +367,8 @@ int Parser::declaration() {
         return 0;
       }
       break;
-    case Tok::kFree:
-    case Tok::kSub:
-    case Tok::kSlb:
-      break;
     default:
-      fail();
+      break;
   }
   const std::string name = take_name();
   const int j = t_.column(name.c_str(), false);
@@ -393,7 +406,10 @@ int Parser::parse() {
       advance();
     }
     problem();
-    while (!at(Tok::kEof)) QZ_CALL(declaration());
+    while (!at(Tok::kEof)) {
+      QZ_CALL(declaration());
+      errLine_ = 0;
+    }
   } catch (const SyntaxError&) {
     QZlogmod(&t_.m, 1, "\nparse error");
     return QZERR_BAD_MODEL_FILE;

@@ -25,6 +25,8 @@ namespace zento::io {
 
 namespace {
 
+constexpr size_t kMaxLtxName = 255;
+
 bool is_alpha(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
@@ -87,6 +89,8 @@ std::vector<std::string> ltx_names(const Imodel& m, bool rows) {
       std::snprintf(buf, sizeof buf, rows ? "R%07d" : "C%07d", k);
       s = buf;
     }
+    // Long names are cut so that a term line stays well inside the readers' line limit.
+    if (s.size() > kMaxLtxName) s.resize(kMaxLtxName);
     for (char& c : s)
       if (!is_alpha(c) && !is_digit(c) && c != '_' && c != '.') c = '_';
     const bool starts = is_alpha(s[0]) || s[0] == '_' || (rows && all_digits(s));
