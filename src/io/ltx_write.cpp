@@ -225,11 +225,10 @@ int write_ltx_file(const Imodel& m, const char* fname) {
 int write_dual_ltx_file(Imodel& m, const char* fname, int nObjSense) {
   if (m.modelState == QZ_STATUS_UNLOADED) return QZERR_INFO_NOT_AVAILABLE;
   if (nObjSense != 1 && nObjSense != -1) return QZERR_BAD_OBJECTIVE_SENSE;
-  if (!linear_only(m) || !m.lp.pszVarTypes.empty()) {
-    for (char t : m.lp.pszVarTypes)
-      if (t != 'C') return QZERR_NOT_SUPPORTED;
-    if (!linear_only(m)) return QZERR_NOT_SUPPORTED;
-  }
+  // Only a continuous linear model has a dual of this kind.
+  if (!linear_only(m)) return QZERR_NOT_SUPPORTED;
+  for (char t : m.lp.pszVarTypes)
+    if (t != 'C') return QZERR_NOT_SUPPORTED;
   Imodel* dual = nullptr;
   QZ_CALL(create_model(m.env, &dual));
   struct Owner {
