@@ -92,6 +92,13 @@ QZ_API int qzwriteblockstructure_(QZmodel* model, const char* pszFname);
 QZ_API int qzloadblockstructure_(QZmodel* model, int* nBlock, const int* panRblock, const int* panCblock, int* nType);
 QZ_API int qzgetblockstructure_(QZmodel* model, int* pnBlock, int* panRblock, int* panCblock, int* pnType);
 QZ_API int qzwritesolution_(QZmodel* model, const char* pszFname);
+QZ_API int qzreadlpfile_(QZmodel* model, const char* pszFname);
+QZ_API int qzreadlpstream_(QZmodel* model, const char* pszStream, int* nStreamLen);
+QZ_API int qzreadzentofile_(QZmodel* model, const char* pszFname);
+QZ_API int qzreadzentostream_(QZmodel* model, const char* pszStream, int* nStreamLen);
+QZ_API int qzwritezentofile_(QZmodel* model, const char* pszFname);
+QZ_API int qzwritedualzentofile_(QZmodel* model, const char* pszFname, int* nObjSense);
+QZ_API int qzwritemarlofile_(QZmodel* model, const char* pszFname);
 QZ_API int qzwritesolutionoftype_(QZmodel* model, const char* pszFname, int* nFormat);
 
 #ifdef __cplusplus
