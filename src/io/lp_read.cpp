@@ -37,7 +37,8 @@ struct LpMachine {
 };
 
 int bad_token(LpMachine& r) {
-  QZlogmod(&r.t.m, text_printlevel(r.t.m) > 1, "\nUnexpected or missing token. Invalid LP format. ");
+  QZlogmod(&r.t.m, text_printlevel(r.t.m) > 1,
+           "\nUnexpected or missing token. Invalid LP format. ");
   return QZERR_ERROR_IN_INPUT;
 }
 

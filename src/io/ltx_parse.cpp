@@ -147,11 +147,16 @@ Token Scanner::next() {
     titleLen = 5;
     while (p_ + titleLen < end_ && p_[titleLen] != '\n') ++titleLen;
   }
-  const Keyword keys[] = {{Tok::kTitle, titleLen},       {Tok::kMin, prefix("minimize", 3)},
-                          {Tok::kMax, prefix("maximize", 3)}, {Tok::kSt, st_length()},
-                          {Tok::kEnd, exact("end")},     {Tok::kFree, exact("free")},
-                          {Tok::kGin, exact("gin")},     {Tok::kInt, prefix("integer", 3)},
-                          {Tok::kSlb, exact("slb")},     {Tok::kSub, exact("sub")},
+  const Keyword keys[] = {{Tok::kTitle, titleLen},
+                          {Tok::kMin, prefix("minimize", 3)},
+                          {Tok::kMax, prefix("maximize", 3)},
+                          {Tok::kSt, st_length()},
+                          {Tok::kEnd, exact("end")},
+                          {Tok::kFree, exact("free")},
+                          {Tok::kGin, exact("gin")},
+                          {Tok::kInt, prefix("integer", 3)},
+                          {Tok::kSlb, exact("slb")},
+                          {Tok::kSub, exact("sub")},
                           {Tok::kQcp, exact("qcp")}};
   Keyword best{Tok::kEof, 0};
   for (const Keyword& k : keys)

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <new>
 
-#include "core/errors.h"
 #include "core/clock.h"
+#include "core/errors.h"
 #include "core/log.h"
 #include "io/lp_tokens.h"
 #include "io/text_formats.h"
@@ -193,8 +193,8 @@ int do_line(LtxMachine& r, std::string& line) {
   switch (r.state) {
     case kLtxObjective:
     case kLtxConstraints: {
-      const int rc = read_terms(r.t, r.terms, s, r.state == kLtxObjective, kNameStartSqueeze,
-                                kNameEndLtx);
+      const int rc =
+          read_terms(r.t, r.terms, s, r.state == kLtxObjective, kNameStartSqueeze, kNameEndLtx);
       return rc == QZERR_ERROR_IN_INPUT ? bad_token(r) : rc;
     }
     case kLtxBinary:
@@ -222,8 +222,8 @@ int run(LtxMachine& r, const char* text, size_t len) {
   }
   if (r.state == kLtxStart || r.state == kLtxTitle) return bad_token(r);
   if (r.state == kLtxObjective || r.state == kLtxConstraints) QZ_CALL(enter_state(r, kLtxEnd));
-  QZlogmod(&r.t.m, base_printlevel(r.t.m) > 0, "\nProcessed %d lines in ZENTO format (%.2f secs).\n",
-           r.line, lt_get_realtime() - t0);
+  QZlogmod(&r.t.m, base_printlevel(r.t.m) > 0,
+           "\nProcessed %d lines in ZENTO format (%.2f secs).\n", r.line, lt_get_realtime() - t0);
   return r.t.finish();
 }
 

@@ -37,7 +37,8 @@ std::string lower(std::string s) {
 }
 
 bool prefix_of(const std::string& s, const char* word, size_t min) {
-  return s.size() >= min && s.size() <= std::strlen(word) && std::strncmp(word, s.c_str(), s.size()) == 0;
+  return s.size() >= min && s.size() <= std::strlen(word) &&
+         std::strncmp(word, s.c_str(), s.size()) == 0;
 }
 
 // Names that the grammar reader's scanner would take for a keyword.
@@ -70,8 +71,8 @@ std::string ltx_number(double v) {
   }
   if (std::strtod(buf, nullptr) == v) return buf;
   buf[0] = v < 0 ? '-' : '+';
-  const auto r = std::to_chars(buf + 1, buf + sizeof buf - 2, v < 0 ? -v : v,
-                               std::chars_format::fixed);
+  const auto r =
+      std::to_chars(buf + 1, buf + sizeof buf - 2, v < 0 ? -v : v, std::chars_format::fixed);
   *r.ptr = '\0';
   if (std::strchr(buf, '.') == nullptr) std::strcat(buf, ".");
   return buf;

@@ -27,8 +27,7 @@ std::string marlo_name(const NamePool& pool, int k, const char* fallback) {
 }
 
 // The quadratic terms of one group (`row` -1 is the objective).
-void append_qmatrix(const Imodel& m, TextWriter& w, int row,
-                    const std::vector<std::string>& cols) {
+void append_qmatrix(const Imodel& m, TextWriter& w, int row, const std::vector<std::string>& cols) {
   const QuadData& q = m.quad;
   for (int g = 0; g < q.groups(); ++g) {
     if (q.row[g] != row) continue;

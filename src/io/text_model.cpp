@@ -123,8 +123,7 @@ int TextModel::finish() {
   }
   ensure_bounds();
   QZ_CALL(load_lp_data(m, nRows, nCols, sense, objConst, cost.data(), rhs.data(), rowType.data(),
-                       nnz, beg.data(), nullptr, aVal.data(), aRow.data(), lo.data(),
-                       up.data()));
+                       nnz, beg.data(), nullptr, aVal.data(), aRow.data(), lo.data(), up.data()));
   bool typed = false;
   for (char c : type) typed = typed || c != 'C';
   if (typed) {

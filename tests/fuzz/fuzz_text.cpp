@@ -23,9 +23,10 @@ QZenv shared_env() {
 }
 
 const std::string& scratch() {
-  static const std::string dir = std::getenv("ZENTO_FUZZ_SCRATCH")   ? std::getenv("ZENTO_FUZZ_SCRATCH")
+  static const std::string dir = std::getenv("ZENTO_FUZZ_SCRATCH")
+                                     ? std::getenv("ZENTO_FUZZ_SCRATCH")
                                  : access("/dev/shm", W_OK) == 0 ? "/dev/shm"
-                                                                   : "/tmp";
+                                                                 : "/tmp";
   static const std::string path = dir + "/zento_fuzz_text_" + std::to_string(getpid()) + ".ltx";
   return path;
 }

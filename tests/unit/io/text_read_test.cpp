@@ -127,18 +127,25 @@ struct BoundCase {
 
 TEST(LpRead, BoundForms) {
   const BoundCase cases[] = {
-      {"x >= -inf", -kInf, kInf},       {"5 <= x <= 10", 5, 10},
-      {"x free", -kInf, kInf},          {"x FREE", -kInf, kInf},
-      {"-Inf <= x <= 1", -kInf, 1},     {"3 >= x", 0, 3},
-      {"x = 7", 7, 7},                  {"-1e3 <= x", -1000, kInf},
-      {"x <= +infinity", 0, kInf},      {"x >= 2\n x <= 4", 2, 4},
-      {"7 = x", 7, 7},                  {"x >= -5 y <= 3", -5, kInf},
+      {"x >= -inf", -kInf, kInf},
+      {"5 <= x <= 10", 5, 10},
+      {"x free", -kInf, kInf},
+      {"x FREE", -kInf, kInf},
+      {"-Inf <= x <= 1", -kInf, 1},
+      {"3 >= x", 0, 3},
+      {"x = 7", 7, 7},
+      {"-1e3 <= x", -1000, kInf},
+      {"x <= +infinity", 0, kInf},
+      {"x >= 2\n x <= 4", 2, 4},
+      {"7 = x", 7, 7},
+      {"x >= -5 y <= 3", -5, kInf},
   };
   Env env;
   for (const BoundCase& c : cases) {
     SCOPED_TRACE(c.line);
     Model m(env.env);
-    const std::string text = std::string("min x + y\nst\n x + y >= 1\nbounds\n ") + c.line + "\nend\n";
+    const std::string text =
+        std::string("min x + y\nst\n x + y >= 1\nbounds\n ") + c.line + "\nend\n";
     ASSERT_EQ(read_lp_text(m, text), 0);
     const Snapshot s = snapshot(m);
     EXPECT_EQ(s.l[0], c.lo);
@@ -339,10 +346,12 @@ TEST(LtxRead, GrammarReaderSpecifics) {
     const char* types;
   };
   const Case cases[] = {
-      {"INT n types the first n columns", "min x + y + z\nst\nx + y + z > 1\nend\nint 2\n", 0, "IIC"},
+      {"INT n types the first n columns", "min x + y + z\nst\nx + y + z > 1\nend\nint 2\n", 0,
+       "IIC"},
       {"GIN n has no effect", "min x + y\nst\nx + y > 1\nend\ngin 2\n", 0, "CC"},
       {"INT beyond the columns", "min x\nst\nx > 1\nend\nint 3\n", QZERR_VARIABLE_NOT_FOUND, ""},
-      {"a bound of an unknown column", "min x\nst\nx > 1\nend\nsub q 3\n", QZERR_VARIABLE_NOT_FOUND, ""},
+      {"a bound of an unknown column", "min x\nst\nx > 1\nend\nsub q 3\n", QZERR_VARIABLE_NOT_FOUND,
+       ""},
       {"quadratic sections", "min x\nst\nx > 1\nend\nqcp\n", QZERR_NOT_SUPPORTED, ""},
       {"two numbers in a row", "min 2 3 x\nst\nx > 1\nend\n", QZERR_BAD_MODEL_FILE, ""},
       {"a stray character", "min x\nst\nx > 1 #\nend\n", QZERR_BAD_MODEL_FILE, ""},

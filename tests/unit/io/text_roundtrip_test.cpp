@@ -19,9 +19,10 @@ namespace {
 // Names the writer keeps as they are.
 bool clean_name(const std::string& n, bool row) {
   static const std::regex name("[A-Za-z_][A-Za-z0-9_.]*"), digits("[0-9]+"),
-      keyword("(title.*|min|mini|minim|minimi|minimiz|minimize|max|maxi|maxim|maximi|maximiz|"
-              "maximize|int|inte|integ|intege|integer|st|st\\.|s\\.t\\.|end|free|gin|slb|sub|qcp)",
-              std::regex::icase);
+      keyword(
+          "(title.*|min|mini|minim|minimi|minimiz|minimize|max|maxi|maxim|maximi|maximiz|"
+          "maximize|int|inte|integ|intege|integer|st|st\\.|s\\.t\\.|end|free|gin|slb|sub|qcp)",
+          std::regex::icase);
   if (n.size() > 255) return false;
   if (!std::regex_match(n, name) && !(row && std::regex_match(n, digits))) return false;
   return !std::regex_match(n, keyword);
@@ -105,7 +106,9 @@ namespace {
 // glpk's LP writer on every model: the LP read agrees with the MPS read, column by column and
 // row by row through the names, to glpk's 15 printed digits. Models where glpk renames (names
 // invalid in the format) or adds columns (ranged rows) are counted apart.
-bool near(double a, double b) { return a == b || std::fabs(a - b) <= 1e-13 * std::max(std::fabs(a), std::fabs(b)); }
+bool near(double a, double b) {
+  return a == b || std::fabs(a - b) <= 1e-13 * std::max(std::fabs(a), std::fabs(b));
+}
 
 class GlpkFiles : public ::testing::TestWithParam<std::string> {};
 

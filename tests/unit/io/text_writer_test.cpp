@@ -55,11 +55,19 @@ TEST(LtxWrite, TextOfASmallModel) {
       "   > -1. \n"
       "\nEND\n"
       "SUB   x +1.\n"
-      "SLB   " "       y" " -2.\n"
+      "SLB   "
+      "       y"
+      " -2.\n"
       "SUB   y +10.\n"
-      "FREE " "       z" "\n"
-      "INT  " "       x" "\n"
-      "GIN  " "       y" "\n";
+      "FREE "
+      "       z"
+      "\n"
+      "INT  "
+      "       x"
+      "\n"
+      "GIN  "
+      "       y"
+      "\n";
   EXPECT_EQ(slurp(file), expected);
   // The free row is a comment on reading; the rest comes back.
   Model back(env.env);
@@ -82,8 +90,8 @@ TEST(LtxWrite, NamesBothReadersTakeBack) {
     const char* secondOut = "y";
   };
   const Case cases[] = {
-      {"x-1", "r<1>", "x_1", "r_1_"},   {"1abc", "123", "_1abc", "123"},
-      {"maxim", "end", "_maxim", "_end"}, {"a b!c", "r)1", "a_b_c", "r_1"},
+      {"x-1", "r<1>", "x_1", "r_1_"},      {"1abc", "123", "_1abc", "123"},
+      {"maxim", "end", "_maxim", "_end"},  {"a b!c", "r)1", "a_b_c", "r_1"},
       {"y", "row.1", "y", "row.1", "y_1"},  // the second column is "y" too
       {"TITLEx", "st", "_TITLEx", "_st"},
   };
@@ -204,8 +212,8 @@ TEST(Runzento, ConvertsAndReadsTextFormatsByExtension) {
   const std::string afiro = data_dir() + "/netlib/afiro.mps.gz";
   const std::string ltx = dir.file("afiro.ltx.gz"), mrl = dir.file("afiro.mrl");
   std::string out;
-  ASSERT_EQ(run_cli("-q --no-solve --write-ltx " + ltx + " --write-marlo " + mrl + " " + afiro, &out),
-            0)
+  ASSERT_EQ(
+      run_cli("-q --no-solve --write-ltx " + ltx + " --write-marlo " + mrl + " " + afiro, &out), 0)
       << out;
   for (const std::string& args :
        {"-q --no-solve " + ltx, "-q --no-solve QZ_IPARAM_COPY_MODE=1024 " + ltx,
