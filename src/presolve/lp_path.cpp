@@ -63,6 +63,10 @@ int qzi_lp_presolve_path(Imodel& m, int nMethod, bool* done) {
   const int level = m.SplexPam.lp_prelevel;
   if (m.presolve && !(m.presolve->options == presolve_options(m))) QZfreePresolvMemory(m);
   if (level <= 0 || !is_linear(m) || m.nCons == 0 || m.nVars == 0) return 0;
+  // Other methods are the plain path's to refuse.
+  if (nMethod != QZ_METHOD_FREE && nMethod != QZ_METHOD_PSIMPLEX &&
+      nMethod != QZ_METHOD_DSIMPLEX && nMethod != QZ_METHOD_SPRINT)
+    return 0;
   const bool iusol = m.SplexPam.solver_iusol != 0;
   if (!m.presolve) {
     if (has_warm_basis(m)) return 0;
