@@ -103,7 +103,8 @@ int Presolver::genpre_dup_row() {
     const int sr0 = w.slackCol[r], sq0 = w.slackCol[q];
     int sr = sr0 >= 0 && w.pure_slack(sr0) ? sr0 : -1;
     int sq = sq0 >= 0 && w.pure_slack(sq0) ? sq0 : -1;
-    if (sr < 0 && sq >= 0) {
+    // An equation is the row kept.
+    if (sr >= 0 && sq < 0) {
       std::swap(r, q);
       std::swap(sr, sq);
       lambda = 1 / lambda;
@@ -123,7 +124,6 @@ int Presolver::genpre_dup_row() {
       delete_row_rec(q, sq);
       return 1;
     }
-    if (sq < 0) return 0;
     // Both carry their range in a slack: s_r = alpha + beta s_q.
     const int sgr = w.slackSign[sr], sgq = w.slackSign[sq];
     const double alpha = (br - bq / lambda) / sgr, beta = sgq / (lambda * sgr);
@@ -212,6 +212,10 @@ int Presolver::dup_col_pair(int j, int k, double lambda) {
     const bool upF = finite_up(uj) && finite_lo(kup) && finite_up(kup);
     const double nlo = loF ? lj + lambda * klo : -kInf;
     const double nup = upF ? uj + lambda * kup : kInf;
+    // A merged column without bounds may end nonbasic at zero, which two columns with a bound
+    // between them cannot share back: merge free columns only with free columns.
+    const bool jFree = !finite_lo(lj) && !finite_up(uj), kFree = !finite_lo(lk) && !finite_up(uk);
+    if (!loF && !upF && !(jFree && kFree)) return 0;
     post_.push_int(j);
     post_.push_int(k);
     post_.push_dbl(lambda);

@@ -2,6 +2,7 @@
 // reduced model, postsolve, and the reoptimization of the user's model from the rebuilt basis
 // when the rebuilt point is not clean.
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 #include "core/clock.h"
@@ -17,6 +18,9 @@ namespace zento {
 namespace {
 
 int log_level(const Imodel& m) { return m.SplexPam.lp_printlevel > 0 ? 1 : 0; }
+
+// Sum of infeasibilities below which an infeasible copy is not trusted.
+constexpr double kDoubtfulInfeas = 1e-5;
 
 // A basis of an earlier solve, or one the host loaded, starts the model warm; presolve would
 // throw it away.
@@ -57,6 +61,43 @@ int solve_reduced(Imodel& m, Imodel& red, int nMethod) {
 }
 
 }  // namespace
+
+int qzi_postsolve_check(Imodel& m, bool solved) {
+  Sol& s = ensure_sol(m);
+  const bool iusol = m.SplexPam.solver_iusol != 0;
+  int method = 0;
+  if (solved) {
+    if (s.basicStatus != QZ_STATUS_BASIC_OPTIMAL) {
+      method = QZ_METHOD_PSIMPLEX;
+    } else {
+      if (s.pinf > m.SplexPam.solver_feastol) {
+        QZlogmod(&m, log_level(m), "\nWarning: Postsolve leads to primal infeasibility (%.8e)",
+                 s.pinf);
+        if (!qzi_accept_priminf(m)) method = QZ_METHOD_DSIMPLEX;
+      }
+      if (s.dinf > m.SplexPam.solver_opttol) {
+        QZlogmod(&m, log_level(m), "\nWarning: Postsolve leads to dual infeasibility (%.8e)",
+                 s.dinf);
+        if (!qzi_accept_dualinf(m)) method = QZ_METHOD_PSIMPLEX;
+      }
+    }
+  } else {
+    method = QZ_METHOD_PSIMPLEX;
+  }
+  if (method == 0 && !iusol) return 0;
+  QZlogmod(&m, log_level(m), "\nPerforming postsolve reoptimization ...");
+  const double carried = s.spxIter;
+  const int savedScale = m.SplexPam.lp_scale;
+  if (m.SplexPam.lp_oprfree & 0x800) m.SplexPam.lp_scale = 0;
+  const int usedMethod = s.method;
+  const int rc = ydo_the_lp_opt(m, method ? method : QZ_METHOD_PSIMPLEX);
+  m.SplexPam.lp_scale = savedScale;
+  if (m.sol) {
+    m.sol->spxIter += carried;
+    m.sol->method = usedMethod;
+  }
+  return rc;
+}
 
 int qzi_lp_presolve_path(Imodel& m, int nMethod, bool* done) {
   *done = false;
@@ -139,45 +180,17 @@ int qzi_lp_presolve_path(Imodel& m, int nMethod, bool* done) {
     s.pobj = rs ? rs->pobj : 0.0;
     s.dobj = rs ? rs->dobj : 0.0;
     if (rc != 0) return rc;
-    if (!iusol && !(rstat == QZ_STATUS_INFEASIBLE && rs && rs->condEst > 1e16)) return 0;
+    // A verdict of infeasibility on a badly conditioned copy, or by a margin that rounding in
+    // the reductions could make, is checked on the model itself.
+    const bool doubtful = rstat == QZ_STATUS_INFEASIBLE && rs &&
+                          (rs->condEst > 1e16 || std::fabs(rs->pobj) < kDoubtfulInfeas);
+    if (!iusol && !doubtful) return 0;
   } else {
     int walkError = 0;
     QZ_CALL(genpre_postsolv_prob(red, m, rec, &walkError));
   }
 
-  // The rebuilt point: reoptimize from its basis when it is not clean.
-  int method = 0;
-  if (solved) {
-    if (s.basicStatus != QZ_STATUS_BASIC_OPTIMAL) {
-      method = QZ_METHOD_PSIMPLEX;
-    } else {
-      if (s.pinf > m.SplexPam.solver_feastol) {
-        QZlogmod(&m, log_level(m), "\nWarning: Postsolve leads to primal infeasibility (%.8e)",
-                 s.pinf);
-        if (!qzi_accept_priminf(m)) method = QZ_METHOD_DSIMPLEX;
-      }
-      if (s.dinf > m.SplexPam.solver_opttol) {
-        QZlogmod(&m, log_level(m), "\nWarning: Postsolve leads to dual infeasibility (%.8e)",
-                 s.dinf);
-        if (!qzi_accept_dualinf(m)) method = QZ_METHOD_PSIMPLEX;
-      }
-    }
-  } else {
-    method = QZ_METHOD_PSIMPLEX;
-  }
-  if (method == 0 && !iusol) return 0;
-  QZlogmod(&m, log_level(m), "\nPerforming postsolve reoptimization ...");
-  const double carried = s.spxIter;
-  const int savedScale = m.SplexPam.lp_scale;
-  if (m.SplexPam.lp_oprfree & 0x800) m.SplexPam.lp_scale = 0;
-  const int usedMethod = s.method;
-  rc = ydo_the_lp_opt(m, method ? method : QZ_METHOD_PSIMPLEX);
-  m.SplexPam.lp_scale = savedScale;
-  if (m.sol) {
-    m.sol->spxIter += carried;
-    m.sol->method = usedMethod;
-  }
-  return rc;
+  return qzi_postsolve_check(m, solved);
 }
 
 }  // namespace zento

@@ -17,6 +17,7 @@ void PostStack::clear() {
   ints_.clear();
   dbls_.clear();
   records_ = 0;
+  counts_.fill(0);
 }
 
 void PostStack::shrink() {

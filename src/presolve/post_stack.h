@@ -7,6 +7,7 @@
 // the caller then treats the rebuilt point as unproven.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -20,6 +21,7 @@ class PostStack {
   void push_type(int type) {
     ints_.push_back(type);
     ++records_;
+    if (type >= 0 && type < kTypes) ++counts_[type];
   }
   // Items first, then the count: the reader meets the count first.
   void push_ints(const std::vector<int>& v);
@@ -28,6 +30,9 @@ class PostStack {
   size_t int_size() const { return ints_.size(); }
   size_t dbl_size() const { return dbls_.size(); }
   int records() const { return records_; }
+  // Records of one type on the stack (types below kTypes).
+  int count(int type) const { return type >= 0 && type < kTypes ? counts_[type] : 0; }
+  static constexpr int kTypes = 32;
   bool empty() const { return ints_.empty(); }
   void clear();
   // Releases spare capacity once the presolve is done.
@@ -40,6 +45,7 @@ class PostStack {
   std::vector<int> ints_;
   std::vector<double> dbls_;
   int records_ = 0;
+  std::array<int, kTypes> counts_{};
 };
 
 // Reads a stack from the top down without changing it.

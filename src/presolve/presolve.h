@@ -68,5 +68,8 @@ void QZfreePresolvMemory(Imodel& model);
 // (presolve off, nothing removed, a warm basis to keep, or a verdict dropped for IUSOL);
 // otherwise the model holds its answer and the result is returned.
 [[nodiscard]] int qzi_lp_presolve_path(Imodel& m, int nMethod, bool* done);
+// After postsolve: reoptimizes the model from the rebuilt basis when the point is not clean
+// (`solved`: the reduced model had an optimum), and always with QZ_IPARAM_SOLVER_IUSOL.
+[[nodiscard]] int qzi_postsolve_check(Imodel& m, bool solved);
 
 }  // namespace zento
