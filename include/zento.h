@@ -103,6 +103,7 @@ typedef struct Imodel* QZmodel;
 #include "zento_io.h"
 #include "zento_lp.h"
 #include "zento_modify.h"
+#include "zento_random.h"
 
 #ifdef __cplusplus
 extern "C" {

@@ -144,4 +144,108 @@ int qzdeletesets_(QZmodel* model, int* nSETS, const int* paiSETS) { return QZdel
 int qzdeletesemicontvars_(QZmodel* model, int* nVars, const int* paiVars) { return QZdeleteSemiContVars(*model, *nVars, paiVars); }
 int qzdeleteqcterms_(QZmodel* model, int* nCons, const int* paiCons) { return QZdeleteQCterms(*model, *nCons, paiCons); }
 int qzdeletenlpobj_(QZmodel* model, int* nCols, const int* paiCols) { return QZdeleteNLPobj(*model, *nCols, paiCols); }
+int qzcalcpdfbinomial_(double* dX, double* dTrials, double* dProb, double* pdResult) { return QZcalcPdfBinomial(*dX, *dTrials, *dProb, pdResult); }
+int qzcalccdfbinomial_(double* dX, double* dTrials, double* dProb, double* pdResult) { return QZcalcCdfBinomial(*dX, *dTrials, *dProb, pdResult); }
+int qzcalcpdfnegativebinomial_(double* dX, double* dSuccesses, double* dProb, double* pdResult) { return QZcalcPdfNegativeBinomial(*dX, *dSuccesses, *dProb, pdResult); }
+int qzcalccdfnegativebinomial_(double* dX, double* dSuccesses, double* dProb, double* pdResult) { return QZcalcCdfNegativeBinomial(*dX, *dSuccesses, *dProb, pdResult); }
+int qzcalcpdfgeometric_(double* dX, double* dProb, double* pdResult) { return QZcalcPdfGeometric(*dX, *dProb, pdResult); }
+int qzcalccdfgeometric_(double* dX, double* dProb, double* pdResult) { return QZcalcCdfGeometric(*dX, *dProb, pdResult); }
+int qzcalcpdfpoisson_(double* dX, double* dMean, double* pdResult) { return QZcalcPdfPoisson(*dX, *dMean, pdResult); }
+int qzcalccdfpoisson_(double* dX, double* dMean, double* pdResult) { return QZcalcCdfPoisson(*dX, *dMean, pdResult); }
+int qzcalcpdflogarithmic_(double* dX, double* dProb, double* pdResult) { return QZcalcPdfLogarithmic(*dX, *dProb, pdResult); }
+int qzcalccdflogarithmic_(double* dX, double* dProb, double* pdResult) { return QZcalcCdfLogarithmic(*dX, *dProb, pdResult); }
+int qzcalcpdfbeta_(double* dX, double* dShape1, double* dShape2, double* pdResult) { return QZcalcPdfBeta(*dX, *dShape1, *dShape2, pdResult); }
+int qzcalccdfbeta_(double* dX, double* dShape1, double* dShape2, double* pdResult) { return QZcalcCdfBeta(*dX, *dShape1, *dShape2, pdResult); }
+int qzcalcpdfcauchy_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcPdfCauchy(*dX, *dLoc, *dScale, pdResult); }
+int qzcalccdfcauchy_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcCdfCauchy(*dX, *dLoc, *dScale, pdResult); }
+int qzcalcpdfchisquare_(double* dX, double* dDegrees, double* pdResult) { return QZcalcPdfChiSquare(*dX, *dDegrees, pdResult); }
+int qzcalccdfchisquare_(double* dX, double* dDegrees, double* pdResult) { return QZcalcCdfChiSquare(*dX, *dDegrees, pdResult); }
+int qzcalcpdfexponential_(double* dX, double* dRate, double* pdResult) { return QZcalcPdfExponential(*dX, *dRate, pdResult); }
+int qzcalccdfexponential_(double* dX, double* dRate, double* pdResult) { return QZcalcCdfExponential(*dX, *dRate, pdResult); }
+int qzcalcpdffdistribution_(double* dX, double* dDegrees1, double* dDegrees2, double* pdResult) { return QZcalcPdfFDistribution(*dX, *dDegrees1, *dDegrees2, pdResult); }
+int qzcalccdffdistribution_(double* dX, double* dDegrees1, double* dDegrees2, double* pdResult) { return QZcalcCdfFDistribution(*dX, *dDegrees1, *dDegrees2, pdResult); }
+int qzcalcpdfgamma_(double* dX, double* dShape, double* dScale, double* pdResult) { return QZcalcPdfGamma(*dX, *dShape, *dScale, pdResult); }
+int qzcalccdfgamma_(double* dX, double* dShape, double* dScale, double* pdResult) { return QZcalcCdfGamma(*dX, *dShape, *dScale, pdResult); }
+int qzcalcpdfgumbel_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcPdfGumbel(*dX, *dLoc, *dScale, pdResult); }
+int qzcalccdfgumbel_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcCdfGumbel(*dX, *dLoc, *dScale, pdResult); }
+int qzcalcpdflaplace_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcPdfLaplace(*dX, *dLoc, *dScale, pdResult); }
+int qzcalccdflaplace_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcCdfLaplace(*dX, *dLoc, *dScale, pdResult); }
+int qzcalcpdflognormal_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcPdfLognormal(*dX, *dLoc, *dScale, pdResult); }
+int qzcalccdflognormal_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcCdfLognormal(*dX, *dLoc, *dScale, pdResult); }
+int qzcalcpdflogistic_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcPdfLogistic(*dX, *dLoc, *dScale, pdResult); }
+int qzcalccdflogistic_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcCdfLogistic(*dX, *dLoc, *dScale, pdResult); }
+int qzcalcpdfnormal_(double* dX, double* dMean, double* dSigma, double* pdResult) { return QZcalcPdfNormal(*dX, *dMean, *dSigma, pdResult); }
+int qzcalccdfnormal_(double* dX, double* dMean, double* dSigma, double* pdResult) { return QZcalcCdfNormal(*dX, *dMean, *dSigma, pdResult); }
+int qzcalcpdfpareto_(double* dX, double* dScale, double* dShape, double* pdResult) { return QZcalcPdfPareto(*dX, *dScale, *dShape, pdResult); }
+int qzcalccdfpareto_(double* dX, double* dScale, double* dShape, double* pdResult) { return QZcalcCdfPareto(*dX, *dScale, *dShape, pdResult); }
+int qzcalcpdfstudentt_(double* dX, double* dDegrees, double* pdResult) { return QZcalcPdfStudentT(*dX, *dDegrees, pdResult); }
+int qzcalccdfstudentt_(double* dX, double* dDegrees, double* pdResult) { return QZcalcCdfStudentT(*dX, *dDegrees, pdResult); }
+int qzcalcpdfuniform_(double* dX, double* dLower, double* dUpper, double* pdResult) { return QZcalcPdfUniform(*dX, *dLower, *dUpper, pdResult); }
+int qzcalccdfuniform_(double* dX, double* dLower, double* dUpper, double* pdResult) { return QZcalcCdfUniform(*dX, *dLower, *dUpper, pdResult); }
+int qzcalcpdfweibull_(double* dX, double* dShape, double* dScale, double* pdResult) { return QZcalcPdfWeibull(*dX, *dShape, *dScale, pdResult); }
+int qzcalccdfweibull_(double* dX, double* dShape, double* dScale, double* pdResult) { return QZcalcCdfWeibull(*dX, *dShape, *dScale, pdResult); }
+int qzcalcpdfsymstable_(double* dX, double* dAlpha, double* pdResult) { return QZcalcPdfSymStable(*dX, *dAlpha, pdResult); }
+int qzcalccdfsymstable_(double* dX, double* dAlpha, double* pdResult) { return QZcalcCdfSymStable(*dX, *dAlpha, pdResult); }
+QZrandGen qzcreaterg_(QZenv* env, int* nMethod) { return QZcreateRG(*env, *nMethod); }
+QZrandGen qzcreatergmt_(QZenv* env, int* nMethod) { return QZcreateRGMT(*env, *nMethod); }
+void qzdisposerg_(QZrandGen* ppRG) { QZdisposeRG(ppRG); }
+int qzsetrgseed_(QZrandGen* pRG, int* nSeed) { return QZsetRGSeed(*pRG, *nSeed); }
+int qzgetinitseed_(QZrandGen* pRG) { return QZgetInitSeed(*pRG); }
+double qzgetdoublerv_(QZrandGen* pRG) { return QZgetDoubleRV(*pRG); }
+int qzgetint32rv_(QZrandGen* pRG, int* iLow, int* iHigh) { return QZgetInt32RV(*pRG, *iLow, *iHigh); }
+int qzfillrgbuffer_(QZrandGen* pRG) { return QZfillRGBuffer(*pRG); }
+double* qzgetrgbufferptr_(QZrandGen* pRG, int* pnBufferLen) { return QZgetRGBufferPtr(*pRG, pnBufferLen); }
+int qzgetrgnumthreads_(QZrandGen* pRG) { return QZgetRGNumThreads(*pRG); }
+int qzsetdistrrg_(QZrandGen* pRG, int* nDistType) { return QZsetDistrRG(*pRG, *nDistType); }
+int qzsetdistrparamrg_(QZrandGen* pRG, int* iParam, double* dParam) { return QZsetDistrParamRG(*pRG, *iParam, *dParam); }
+int qzgetdistrrv_(QZrandGen* pRG, double* pdResult) { return QZgetDistrRV(*pRG, pdResult); }
+QZsample qzsampcreate_(QZenv* env, int* nDistType, int* pnErrorCode) { return QZsampCreate(*env, *nDistType, pnErrorCode); }
+int qzsampdelete_(QZsample* paSample) { return QZsampDelete(paSample); }
+int qzsampsetrg_(QZsample* pSample, QZrandGen* pRG) { return QZsampSetRG(*pSample, *pRG); }
+int qzsampsetdistrparam_(QZsample* pSample, int* iParam, double* dValue) { return QZsampSetDistrParam(*pSample, *iParam, *dValue); }
+int qzsampgetdistrparam_(QZsample* pSample, int* iParam, double* pdValue) { return QZsampGetDistrParam(*pSample, *iParam, pdValue); }
+int qzsamploaddiscretepdftable_(QZsample* pSample, int* nLen, double* padProb, double* padVals) { return QZsampLoadDiscretePdfTable(*pSample, *nLen, padProb, padVals); }
+int qzsampgetdiscretepdftable_(QZsample* pSample, int* pnLen, double* padProb, double* padVals) { return QZsampGetDiscretePdfTable(*pSample, pnLen, padProb, padVals); }
+int qzsampsetuserdistr_(QZsample* pSample, user_pdf_t* pfUserFunc, void* pUserData) { return QZsampSetUserDistr(*pSample, *pfUserFunc, pUserData); }
+int qzsampadduserfuncarg_(QZsample* pSample, QZsample* pSampleSource) { return QZsampAddUserFuncArg(*pSample, *pSampleSource); }
+int qzsampevaluserdistr_(QZsample* pSample, int* nFuncType, double* padInput, int* nInput, double* pdOutput) { return QZsampEvalUserDistr(*pSample, *nFuncType, padInput, *nInput, pdOutput); }
+int qzsampevaldistr_(QZsample* pSample, int* nFuncType, double* dXval, double* pdResult) { return QZsampEvalDistr(*pSample, *nFuncType, *dXval, pdResult); }
+int qzsampevaldistrli_(QZsample* pSample, int* nFuncType, double* dXval, double* pdResult) { return QZsampEvalDistrLI(*pSample, *nFuncType, *dXval, pdResult); }
+int qzsampgenerate_(QZsample* pSample, int* nMethod, int* nSize) { return QZsampGenerate(*pSample, *nMethod, *nSize); }
+int qzsamploadpoints_(QZsample* pSample, int* nSampSize, double* padXval) { return QZsampLoadPoints(*pSample, *nSampSize, padXval); }
+int qzsampgetpoints_(QZsample* pSample, int* pnSampSize, double* padXval) { return QZsampGetPoints(*pSample, pnSampSize, padXval); }
+int qzsampgetpointsptr_(QZsample* pSample, int* pnSampSize, double** ppadXval) { return QZsampGetPointsPtr(*pSample, pnSampSize, ppadXval); }
+int qzsampgetcipoints_(QZsample* pSample, int* pnSampSize, double* padXval) { return QZsampGetCIPoints(*pSample, pnSampSize, padXval); }
+int qzsampgetcipointsptr_(QZsample* pSample, int* pnSampSize, double** ppadXval) { return QZsampGetCIPointsPtr(*pSample, pnSampSize, ppadXval); }
+int qzsampgetnextpoint_(QZsample* pSample, double* pdValue) { return QZsampGetNextPoint(*pSample, pdValue); }
+int qzsampinducecorrelation_(QZsample* paSample, int* nDim, int* nCorrType, int* nNonZeros, int* paiStartRow, int* paiStartCol, double* padValue) { return QZsampInduceCorrelation(paSample, *nDim, *nCorrType, *nNonZeros, paiStartRow, paiStartCol, padValue); }
+int qzsampgetcorrelationmatrix_(QZsample* paSample, int* nDim, int* nCorrType, double* padCorr) { return QZsampGetCorrelationMatrix(paSample, *nDim, *nCorrType, padCorr); }
+int qzsampgetcorrdiff_(QZsample* paSample, int* nDim, int* nDiffType, double* pdDiff) { return QZsampGetCorrDiff(paSample, *nDim, *nDiffType, pdDiff); }
+int qzsampgetinfo_(QZsample* pSample, int* nQuery, void* pResult) { return QZsampGetInfo(*pSample, *nQuery, pResult); }
+int qzgethistogram_(QZmodel* model, int* nSampSize, const double* padVals, const double* padWeights, double* dHistLow, double* dHistHigh, int* pnBins, int* panBinCounts, double* padBinProbs, double* padBinLow, double* padBinHigh) { return QZgetHistogram(*model, *nSampSize, padVals, padWeights, *dHistLow, *dHistHigh, pnBins, panBinCounts, padBinProbs, padBinLow, padBinHigh); }
+int qzcalccdfinversegeometric_(double* dP, double* dProb, double* pdResult) { return QZcalcCdfInverseGeometric(*dP, *dProb, pdResult); }
+int qzcalccdfinversepoisson_(double* dP, double* dMean, double* pdResult) { return QZcalcCdfInversePoisson(*dP, *dMean, pdResult); }
+int qzcalccdfinverselogarithmic_(double* dP, double* dProb, double* pdResult) { return QZcalcCdfInverseLogarithmic(*dP, *dProb, pdResult); }
+int qzcalccdfinversebeta_(double* dP, double* dShape1, double* dShape2, double* pdResult) { return QZcalcCdfInverseBeta(*dP, *dShape1, *dShape2, pdResult); }
+int qzcalccdfinversecauchy_(double* dP, double* dLoc, double* dScale, double* pdResult) { return QZcalcCdfInverseCauchy(*dP, *dLoc, *dScale, pdResult); }
+int qzcalccdfinversechisquare_(double* dP, double* dDegrees, double* pdResult) { return QZcalcCdfInverseChiSquare(*dP, *dDegrees, pdResult); }
+int qzcalccdfinverseexponential_(double* dP, double* dRate, double* pdResult) { return QZcalcCdfInverseExponential(*dP, *dRate, pdResult); }
+int qzcalccdfinversefdistribution_(double* dP, double* dDegrees1, double* dDegrees2, double* pdResult) { return QZcalcCdfInverseFDistribution(*dP, *dDegrees1, *dDegrees2, pdResult); }
+int qzcalccdfinversegamma_(double* dP, double* dShape, double* dScale, double* pdResult) { return QZcalcCdfInverseGamma(*dP, *dShape, *dScale, pdResult); }
+int qzcalccdfinversegumbel_(double* dP, double* dLoc, double* dScale, double* pdResult) { return QZcalcCdfInverseGumbel(*dP, *dLoc, *dScale, pdResult); }
+int qzcalccdfinverselaplace_(double* dP, double* dLoc, double* dScale, double* pdResult) { return QZcalcCdfInverseLaplace(*dP, *dLoc, *dScale, pdResult); }
+int qzcalccdfinverselognormal_(double* dP, double* dLoc, double* dScale, double* pdResult) { return QZcalcCdfInverseLognormal(*dP, *dLoc, *dScale, pdResult); }
+int qzcalccdfinverselogistic_(double* dP, double* dLoc, double* dScale, double* pdResult) { return QZcalcCdfInverseLogistic(*dP, *dLoc, *dScale, pdResult); }
+int qzcalccdfinversenormal_(double* dP, double* dMean, double* dSigma, double* pdResult) { return QZcalcCdfInverseNormal(*dP, *dMean, *dSigma, pdResult); }
+int qzcalccdfinversepareto_(double* dP, double* dScale, double* dShape, double* pdResult) { return QZcalcCdfInversePareto(*dP, *dScale, *dShape, pdResult); }
+int qzcalccdfinversestudentt_(double* dP, double* dDegrees, double* pdResult) { return QZcalcCdfInverseStudentT(*dP, *dDegrees, pdResult); }
+int qzcalccdfinverseuniform_(double* dP, double* dLower, double* dUpper, double* pdResult) { return QZcalcCdfInverseUniform(*dP, *dLower, *dUpper, pdResult); }
+int qzcalccdfinverseweibull_(double* dP, double* dShape, double* dScale, double* pdResult) { return QZcalcCdfInverseWeibull(*dP, *dShape, *dScale, pdResult); }
+int qzcalccdfinversesymstable_(double* dP, double* dAlpha, double* pdResult) { return QZcalcCdfInverseSymStable(*dP, *dAlpha, pdResult); }
+int qzcalcfirstpdfderivativecauchy_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcFirstPdfDerivativeCauchy(*dX, *dLoc, *dScale, pdResult); }
+int qzcalcfirstpdfderivativegumbel_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcFirstPdfDerivativeGumbel(*dX, *dLoc, *dScale, pdResult); }
+int qzcalcfirstpdfderivativelaplace_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcFirstPdfDerivativeLaplace(*dX, *dLoc, *dScale, pdResult); }
+int qzcalcfirstpdfderivativelognormal_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcFirstPdfDerivativeLognormal(*dX, *dLoc, *dScale, pdResult); }
+int qzcalcfirstpdfderivativelogistic_(double* dX, double* dLoc, double* dScale, double* pdResult) { return QZcalcFirstPdfDerivativeLogistic(*dX, *dLoc, *dScale, pdResult); }
+int qzcalcfirstpdfderivativeweibull_(double* dX, double* dShape, double* dScale, double* pdResult) { return QZcalcFirstPdfDerivativeWeibull(*dX, *dShape, *dScale, pdResult); }
 }  // extern "C"

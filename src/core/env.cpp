@@ -19,6 +19,7 @@ extern "C" {
 #include "core/model_ops.h"
 #include "core/params/registry.h"
 #include "core/version.h"
+#include "random/sampler.h"
 
 namespace zento {
 
@@ -87,6 +88,7 @@ int delete_env(QZenv* pEnv) {
     const int rc = delete_model(&handle);
     if (rc != 0) return rc;
   }
+  random::free_env_samplers(env);
   if (env->luaState != nullptr) lua_close(env->luaState);
   env->luaState = nullptr;
   delete env;

@@ -52,4 +52,8 @@ struct QZenv_s {
   char* optArg = nullptr;
 
   lua_State* luaState = nullptr;
+
+  // Samplers made in this environment; deleted with it. Guarded by sampleMutex.
+  std::vector<QZsample> sampleList;
+  std::mutex sampleMutex;
 };

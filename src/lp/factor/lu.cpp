@@ -146,6 +146,76 @@ int lu_options_set_param(LuOptions& opt, int id, double v) {
   return 0;
 }
 
+namespace {
+
+// A list-slot record into a caller vector: the form SpxLu-style hosts keep.
+void sv_from_record(const SpVec& r, SvRef v, int m, double drop) {
+  int c = 0;
+  if (r.n < 0) {
+    for (int i = 0; i < m; ++i) {
+      const double a = r.val[i];
+      if (std::fabs(a) > drop) {
+        v.val[i] = a;
+        v.idx[c++] = i;
+      }
+    }
+  } else {
+    for (int k = 0; k < r.n; ++k) {
+      const double a = r.val[k];
+      if (std::fabs(a) <= drop) continue;
+      v.val[r.idx[k]] = a;
+      v.idx[c++] = r.idx[k];
+    }
+  }
+  *v.n = c;
+}
+
+void sv_to_record(SvRef v, SpVec& r, int m) {
+  if (*v.n < 0) {
+    std::copy(v.val, v.val + m, r.val.begin());
+    std::fill(v.val, v.val + m, 0.0);
+    r.n = -1;
+    return;
+  }
+  r.n = *v.n;
+  for (int k = 0; k < r.n; ++k) {
+    r.idx[k] = v.idx[k];
+    r.val[k] = v.val[v.idx[k]];
+    v.val[v.idx[k]] = 0.0;
+  }
+}
+
+}  // namespace
+
+// Engines without their own in-place solves go through list-slot records.
+int LuEngine::ftran_sv(SvRef v, bool save, bool pos_order, double drop, int* cnt_out) {
+  if (sv_in_.dim() < m_) {
+    sv_in_.resize(m_);
+    sv_out_.resize(m_);
+  }
+  if (stat_ != kLuOk) return stat_;
+  sv_to_record(v, sv_in_, m_);
+  const int rc = ftran(sv_in_, sv_out_, save, pos_order);
+  if (rc != 0) return rc;
+  *cnt_out = sv_out_.n < 0 ? m_ : sv_out_.n;
+  sv_from_record(sv_out_, v, m_, drop);
+  return 0;
+}
+
+int LuEngine::btran_sv(SvRef v, bool pos_order, double drop, int* cnt_out) {
+  if (sv_in_.dim() < m_) {
+    sv_in_.resize(m_);
+    sv_out_.resize(m_);
+  }
+  if (stat_ != kLuOk) return stat_;
+  sv_to_record(v, sv_in_, m_);
+  const int rc = btran(sv_in_, sv_out_, pos_order);
+  if (rc != 0) return rc;
+  *cnt_out = sv_out_.n < 0 ? m_ : sv_out_.n;
+  sv_from_record(sv_out_, v, m_, drop);
+  return 0;
+}
+
 }  // namespace zento::lu
 
 namespace zento {
@@ -214,6 +284,31 @@ int QZI_lu_ftran(LuFactor& lu, const SpVec& in, SpVec& out, int save) {
   ++lu.nftran;
   if (out.n < 0) ++lu.nftran_dense;
   track(lu.ftran_mean, out.n < 0 ? m : out.n);
+  return 0;
+}
+
+int QZI_lu_ftran_sv(LuFactor& lu, lu::SvRef v, int save, double drop) {
+  const int m = lu.m();
+  const bool dense_out = lu.options().update_type != 0 &&
+                         lu.ftran_mean > m * lu.options().spvtol_ftran;
+  int cnt = 0;
+  const int rc = lu.engine().ftran_sv(v, save != 0, dense_out, drop, &cnt);
+  if (rc != 0) return rc;
+  ++lu.nftran;
+  if (dense_out) ++lu.nftran_dense;
+  track(lu.ftran_mean, dense_out ? m : cnt);
+  return 0;
+}
+
+int QZI_lu_btran_sv(LuFactor& lu, lu::SvRef v, double drop) {
+  const int m = lu.m();
+  const bool dense_out = lu.btran_mean > m * lu.options().spvtol_btran;
+  int cnt = 0;
+  const int rc = lu.engine().btran_sv(v, dense_out, drop, &cnt);
+  if (rc != 0) return rc;
+  ++lu.nbtran;
+  if (dense_out) ++lu.nbtran_dense;
+  track(lu.btran_mean, dense_out ? m : cnt);
   return 0;
 }
 

@@ -189,6 +189,18 @@ struct SpVec {
   void to_dense(double* out) const;
 };
 
+// A vector in the caller's storage, solved in place: values by position (all m valid, zero
+// where not listed) and the list of the nonzero positions; *n < 0 marks a dense vector whose
+// list is not valid. Results always come back listed.
+struct SvRef {
+  double* val;
+  int* idx;
+  int* n;
+  // The caller expects a dense result: the U stage skips its reach search, which would only
+  // be abandoned past the density threshold.
+  bool dense_u = false;
+};
+
 class LuEngine;
 
 // The factor object owned by the simplex record.
@@ -262,6 +274,11 @@ int QZI_lu_datacol(void* host, int var, lu::LuColumn* out);
 int QZI_lu_fact(LuFactor& lu, const int* rbas);
 // B x = b. `save` 1 keeps the partial result as the spike of the next update.
 int QZI_lu_ftran(LuFactor& lu, const SpVec& in, SpVec& out, int save);
+// The same solves on a vector in the caller's storage (input by row for FTRAN, by slot for
+// BTRAN; output the other way). Entries at or below `drop` (and the engine's zero tolerance)
+// leave the result. No copy through list-slot records, so a dense result costs two passes.
+int QZI_lu_ftran_sv(LuFactor& lu, lu::SvRef v, int save, double drop);
+int QZI_lu_btran_sv(LuFactor& lu, lu::SvRef v, double drop);
 // Two right-hand sides; the first may be saved as the spike.
 int QZI_lu_ftran2(LuFactor& lu, const SpVec& in1, SpVec& out1, const SpVec& in2, SpVec& out2,
                   int save1);

@@ -121,6 +121,11 @@ class LuEngine {
   virtual int ftran(const SpVec& in, SpVec& out, bool save, bool dense_out) = 0;
   virtual int btran(const SpVec& in, SpVec& out, bool dense_out) = 0;
   virtual int update(int slot, double pivcoe, int dir) = 0;
+  // Solves in caller storage (see SvRef). `pos_order` lists the result by position, as a
+  // dense result would; otherwise in the order the solve met the entries. `drop` joins the
+  // engine's zero tolerance. Returns stat; *cnt_out gets the count above the zero tolerance.
+  virtual int ftran_sv(SvRef v, bool save, bool pos_order, double drop, int* cnt_out);
+  virtual int btran_sv(SvRef v, bool pos_order, double drop, int* cnt_out);
   virtual int64_t lnonz() const = 0;
   virtual int64_t unonz() const = 0;
   virtual int64_t pnonz() const = 0;
@@ -166,6 +171,7 @@ class LuEngine {
   double bnorm1_ = 0.0;
   double bmax_ = 0.0;
   std::vector<int> sing_rows_, sing_slots_;
+  SpVec sv_in_, sv_out_;  // the list-slot records of the generic in-place solves
 };
 
 // Loads a vector into a work vector, keeping the list when the input is sparse. Entries of a
@@ -189,6 +195,15 @@ inline void load_work(const SpVec& in, WorkVec& w, const int* map) {
     if (w.x[i] == 0.0) w.x[i] = 1e-100;  // keep the entry listed once
   }
 }
+
+// Moves a caller vector into a work vector (position i to map[i], or i), leaving the caller's
+// values zero; the same entries as load_work of its list-slot copy.
+void load_work_sv(SvRef v, WorkVec& w, const int* map);
+// Moves a work vector into a caller vector (position i to map[i], or i; `inv` the inverse map)
+// and clears it. Returns the number of entries above `eps` (what store_work would list); keeps
+// those above `drop`.
+int store_work_sv(WorkVec& w, SvRef v, const int* map, const int* inv, bool pos_order,
+                  double eps, double drop);
 
 // Writes a work vector out, mapping position i to map[i] (or i), and clears it.
 void store_work(WorkVec& w, SpVec& out, const int* map, bool dense_out, double eps);

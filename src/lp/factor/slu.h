@@ -41,6 +41,8 @@ class Slu final : public LuEngine {
   int factor(const int* rbas) override;
   int ftran(const SpVec& in, SpVec& out, bool save, bool dense_out) override;
   int btran(const SpVec& in, SpVec& out, bool dense_out) override;
+  int ftran_sv(SvRef v, bool save, bool pos_order, double drop, int* cnt_out) override;
+  int btran_sv(SvRef v, bool pos_order, double drop, int* cnt_out) override;
   int update(int slot, double pivcoe, int dir) override;
   int64_t lnonz() const override { return static_cast<int64_t>(l_idx_.size()); }
   int64_t unonz() const override { return ur_.nnz() + rank_; }
@@ -82,6 +84,8 @@ class Slu final : public LuEngine {
   void build_lt();
 
   // slu_solve.cpp
+  void ftran_work(bool save, bool dense_u);
+  void btran_work(bool dense_u);
   void ftran_l(WorkVec& w, bool sparse);
   void ftran_r(WorkVec& w);
   void solve_u(WorkVec& w, bool sparse, const LineStore& st, double spvtol, bool reverse);

@@ -59,6 +59,86 @@ void store_work(WorkVec& w, SpVec& out, const int* map, bool dense_out, double e
   ++out.nsparse;
 }
 
+void load_work_sv(SvRef v, WorkVec& w, const int* map) {
+  const int m = static_cast<int>(w.x.size());
+  double* val = v.val;
+  if (*v.n < 0) {
+    for (int i = 0; i < m; ++i) {
+      w.x[map ? map[i] : i] = val[i];
+      val[i] = 0.0;
+    }
+    w.n = -1;
+    return;
+  }
+  w.n = 0;
+  for (int k = 0, n = *v.n; k < n; ++k) {
+    const int s = v.idx[k];
+    const double a = val[s];
+    val[s] = 0.0;
+    const int i = map ? map[s] : s;
+    if (w.x[i] == 0.0) w.list[w.n++] = i;
+    w.x[i] += a;
+    if (w.x[i] == 0.0) w.x[i] = 1e-100;  // keep the entry listed once
+  }
+}
+
+int store_work_sv(WorkVec& w, SvRef v, const int* map, const int* inv, bool pos_order,
+                  double eps, double drop) {
+  const int m = static_cast<int>(w.x.size());
+  const double keep = std::max(eps, drop);
+  double* val = v.val;
+  int* idx = v.idx;
+  int cnt = 0, c = 0;
+  if (pos_order && w.n < 0) {
+    // One pass in output order: position s takes work entry inv[s].
+    for (int s = 0; s < m; ++s) {
+      const int i = inv ? inv[s] : s;
+      const double a = w.x[i];
+      if (a == 0.0) continue;
+      w.x[i] = 0.0;
+      if (std::fabs(a) <= eps) continue;
+      ++cnt;
+      if (std::fabs(a) <= keep) continue;
+      val[s] = a;
+      idx[c++] = s;
+    }
+    w.n = 0;
+    *v.n = c;
+    return cnt;
+  }
+  auto put = [&](int i) {
+    const double a = w.x[i];
+    w.x[i] = 0.0;
+    if (std::fabs(a) <= eps) return;
+    ++cnt;
+    if (std::fabs(a) <= keep) return;
+    const int s = map ? map[i] : i;
+    val[s] = a;
+    idx[c++] = s;
+  };
+  if (w.n >= 0) {
+    for (int k = 0; k < w.n; ++k) put(w.list[k]);
+  } else {
+    for (int i = 0; i < m; ++i)
+      if (w.x[i] != 0.0) put(i);
+  }
+  if (pos_order) {
+    // Position order: a short list is sorted, a long one rebuilt by a scan.
+    int lg = 1;
+    while ((1 << lg) < c) ++lg;
+    if (4L * c * lg < m) {
+      std::sort(idx, idx + c);
+    } else {
+      c = 0;
+      for (int s = 0; s < m; ++s)
+        if (val[s] != 0.0) idx[c++] = s;
+    }
+  }
+  w.n = 0;
+  *v.n = c;
+  return cnt;
+}
+
 // Rebuilds the list of a sparse work vector from a reach: keeps the nonzeros only.
 static void keep_nonzeros(WorkVec& w, const int* nodes, int cnt) {
   int n = 0;
@@ -287,33 +367,60 @@ void Slu::save_spike(const WorkVec& w) {
 int Slu::ftran(const SpVec& in, SpVec& out, bool save, bool dense_out) {
   if (stat_ != kLuOk) return stat_;
   work_count_ = 0;
+  load_work(in, w_, nullptr);
+  ftran_work(save, false);
+  store_work(w_, out, slot_of_row_.data(), dense_out, opt_->eps_nonz);
+  return 0;
+}
+
+int Slu::ftran_sv(SvRef v, bool save, bool pos_order, double drop, int* cnt_out) {
+  if (stat_ != kLuOk) return stat_;
+  work_count_ = 0;
+  load_work_sv(v, w_, nullptr);
+  ftran_work(save, v.dense_u);
+  *cnt_out = store_work_sv(w_, v, slot_of_row_.data(), row_of_slot_.data(), pos_order,
+                           opt_->eps_nonz, drop);
+  return 0;
+}
+
+void Slu::ftran_work(bool save, bool dense_u) {
   WorkVec& w = w_;
-  load_work(in, w, nullptr);
   const bool sparse = w.n >= 0 && w.n < opt_->spvtol_ftran * m_;
   if (!sparse && w.n >= 0) w.n = -1;
   ftran_l(w, sparse);
   ftran_r(w);
   if (save && update_type_ == 1) save_spike(w);
-  ftran_u(w, sparse);
+  ftran_u(w, sparse && !dense_u);
   ftran_pf(w);
   if (save && update_type_ == 0) save_spike(w);
-  store_work(w, out, slot_of_row_.data(), dense_out, opt_->eps_nonz);
-  return 0;
 }
 
 int Slu::btran(const SpVec& in, SpVec& out, bool dense_out) {
   if (stat_ != kLuOk) return stat_;
   work_count_ = 0;
+  load_work(in, w_, row_of_slot_.data());
+  btran_work(false);
+  store_work(w_, out, nullptr, dense_out, opt_->eps_nonz);
+  return 0;
+}
+
+int Slu::btran_sv(SvRef v, bool pos_order, double drop, int* cnt_out) {
+  if (stat_ != kLuOk) return stat_;
+  work_count_ = 0;
+  load_work_sv(v, w_, row_of_slot_.data());
+  btran_work(v.dense_u);
+  *cnt_out = store_work_sv(w_, v, nullptr, nullptr, pos_order, opt_->eps_nonz, drop);
+  return 0;
+}
+
+void Slu::btran_work(bool dense_u) {
   WorkVec& w = w_;
-  load_work(in, w, row_of_slot_.data());
   const bool sparse = w.n >= 0 && w.n < opt_->spvtol_btran * m_;
   if (!sparse && w.n >= 0) w.n = -1;
   btran_pf(w);
-  btran_u(w, sparse);
+  btran_u(w, sparse && !dense_u);
   btran_r(w);
   btran_l(w, sparse);
-  store_work(w, out, nullptr, dense_out, opt_->eps_nonz);
-  return 0;
 }
 
 }  // namespace zento::lu

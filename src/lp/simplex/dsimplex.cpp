@@ -36,6 +36,11 @@ struct Dual {
 
   explicit Dual(Glp& gg) : g(gg) {}
 
+  // Running mean lengths of the solved unit row and of its DSE solve: once they run dense the
+  // engine is told, and goes straight to its dense triangular loops.
+  static constexpr double kDenseRho = 0.15, kDenseTau = 0.3;
+  double rho_mean = 0, tau_mean = 0;
+
   double dtol() const {
     double t = g.ceps;
     if (g.lptool & kToolOscalCeps) t *= g.oscal;
@@ -384,7 +389,8 @@ struct Dual {
     const int s = delta < 0 ? 1 : -1;  // 1: leaves to its lower bound
     SVec& rho = g.rho;
     rho.set_unit(p, 1.0);
-    g.lu.btran(rho);
+    g.lu.btran(rho, rho_mean > kDenseRho * g.m);
+    rho_mean = 0.95 * rho_mean + 0.05 * rho.n;
     double beta = 0;
     for (int k = 0; k < rho.n; ++k) beta += rho.val[rho.idx[k]] * rho.val[rho.idx[k]];
     g.pivnorm2 = beta;
@@ -444,7 +450,8 @@ struct Dual {
     const bool dse = g.dpricemode == 1;
     if (dse) {
       g.tau.copy_from(rho);
-      g.lu.ftran(g.tau, false);
+      g.lu.ftran(g.tau, false, tau_mean > kDenseTau * g.m);
+      tau_mean = 0.95 * tau_mean + 0.05 * g.tau.n;
     }
     // Primal step.
     const int out = g.rbas[p];
@@ -776,7 +783,7 @@ int dsimplex(Glp& g) {
         if (g.umode & 8) D.dperturb(-1, 1.0);
         D.no_perturb = false;
         D.reset_progress();
-        g.norms_valid = false;
+        // The row weights depend on the basis only: those updated through phase 1 carry on.
         D.init_norms();
         continue;
       }

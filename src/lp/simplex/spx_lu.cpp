@@ -32,8 +32,6 @@ int SpxLu::init(int m, double pivrel, int lucore, int max_updates) {
   int err = 0;
   f_ = QZI_lu_create(m, opt, &SpxLu::datacol, this, &err);
   if (!f_) return err != 0 ? err : QZERR_OUT_OF_MEMORY;
-  in_.resize(m);
-  out_.resize(m);
   return 0;
 }
 
@@ -59,70 +57,22 @@ int SpxLu::factor(const SpMat& acols, const int* rbas) {
   return kOk;
 }
 
-void SpxLu::to_engine(const SVec& x, SpVec& v) const {
-  if (x.n < 0) {
-    v.n = -1;
-    std::copy(x.val.begin(), x.val.end(), v.val.begin());
-    return;
-  }
-  v.n = x.n;
-  for (int k = 0; k < x.n; ++k) {
-    v.idx[k] = x.idx[k];
-    v.val[k] = x.val[x.idx[k]];
-  }
-}
-
-void SpxLu::from_engine(const SpVec& v, SVec& x) const {
-  if (v.n < 0) {
-    // Every position is written: one pass copies, drops the tiny values and lists the rest.
-    const double* src = v.val.data();
-    double* dst = x.val.data();
-    int* idx = x.idx.data();
-    int c = 0;
-    for (int i = 0; i < m_; ++i) {
-      const double a = src[i];
-      if (std::fabs(a) > kDropTol) {
-        dst[i] = a;
-        idx[c++] = i;
-      } else {
-        dst[i] = 0.0;
-      }
-    }
-    x.n = c;
-    return;
-  }
-  x.clear();
-  int c = 0;
-  for (int k = 0; k < v.n; ++k) {
-    const double a = v.val[k];
-    if (std::fabs(a) <= kDropTol) continue;
-    const int i = v.idx[k];
-    x.val[i] = a;
-    x.idx[c++] = i;
-  }
-  x.n = c;
-}
-
-void SpxLu::ftran(SVec& x, bool save) {
+// The engine solves in the vector's own storage: no copies through list-slot records.
+void SpxLu::ftran(SVec& x, bool save, bool dense) {
   if (m_ == 0) return;
-  to_engine(x, in_);
-  if (QZI_lu_ftran(*f_, in_, out_, save ? 1 : 0) != 0) {
+  if (QZI_lu_ftran_sv(*f_, lu::SvRef{x.val.data(), x.idx.data(), &x.n, dense}, save ? 1 : 0,
+                      kDropTol) != 0) {
     valid_ = false;
     x.clear();
-    return;
   }
-  from_engine(out_, x);
 }
 
-void SpxLu::btran(SVec& y) {
+void SpxLu::btran(SVec& y, bool dense) {
   if (m_ == 0) return;
-  to_engine(y, in_);
-  if (QZI_lu_btran(*f_, in_, out_) != 0) {
+  if (QZI_lu_btran_sv(*f_, lu::SvRef{y.val.data(), y.idx.data(), &y.n, dense}, kDropTol) != 0) {
     valid_ = false;
     y.clear();
-    return;
   }
-  from_engine(out_, y);
 }
 
 int SpxLu::update(int pos, double pivcoe) {

@@ -3,8 +3,7 @@
 // Everything the methods ask of the basis matrix goes through this class, which drives the
 // `QZI_lu_` layer. Positions 0..m-1 of the basis hold columns rbas[0..m-1] of the working
 // matrix (logicals included); vectors are indexed by row on input to ftran and by position on
-// output, and the reverse for btran. The engine's vectors carry their values by list slot, the
-// simplex's by position, so the two are converted at this boundary.
+// output, and the reverse for btran. The engine solves in the simplex's own vectors.
 #pragma once
 
 #include <memory>
@@ -30,9 +29,11 @@ class SpxLu {
   // Factorizes the columns named in rbas. Singular pairs (row, position) are kept for recovery.
   int factor(const SpMat& acols, const int* rbas);
   // B x = b in place; with `save` the partial result is kept as the spike of the next update.
-  void ftran(SVec& x, bool save);
+  // `dense` tells that the result is expected dense (the engine then skips a doomed sparse
+  // search).
+  void ftran(SVec& x, bool save, bool dense = false);
   // B^T y = c in place.
-  void btran(SVec& y);
+  void btran(SVec& y, bool dense = false);
   // Replaces the column in position `pos` by the last saved spike.
   int update(int pos, double pivcoe);
 
@@ -55,14 +56,10 @@ class SpxLu {
   static int datacol(void* host, int var, lu::LuColumn* out);
 
  private:
-  void to_engine(const SVec& x, SpVec& v) const;
-  void from_engine(const SpVec& v, SVec& x) const;
-
   int m_ = 0;
   bool valid_ = false;
   const SpMat* mat_ = nullptr;
   std::unique_ptr<LuFactor> f_;
-  SpVec in_, out_;
   std::vector<std::pair<int, int>> singular_;
 };
 
