@@ -22,7 +22,7 @@ void scaled_range(double a, double l, double u, double& lo, double& hi) {
 
 }  // namespace
 
-bool Presolver::implied_free(int c, int r, double a) const {
+bool Presolver::implied_free(int c, int r, double a) {
   const double b = w.rhs[r], l = w.lo[c], u = w.up[c];
   double mn, mx;
   w.activity_without(r, c, mn, mx);

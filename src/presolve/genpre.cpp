@@ -98,6 +98,13 @@ void Presolver::dual_infeasible() { rec_.dualInfeasible = true; }
 
 int Presolver::run(int* status) {
   QZ_CALL(w.load(m_));
+  // Dense linking rows (far longer than the average row) make substitutions fill most: the
+  // fill budget of such a model is cut.
+  long maxRow = 0;
+  for (int r = 0; r < w.nrows; ++r) maxRow = std::max<long>(maxRow, w.row_len(r));
+  const double avgRow = w.nrows > 0 ? static_cast<double>(w.nnz) / w.nrows : 0.0;
+  if (maxRow > 1000 && maxRow > 100 * avgRow && fillBudget_ > 100)
+    fillBudget_ = std::max(100L, fillBudget_ / 10);
   rec_.n = w.n0;
   rec_.m = w.m0;
   PresolveProgress& p = m_.run.pre;

@@ -69,7 +69,7 @@ class Presolver {
   int eliminate_doubleton(int r);
   int eliminate_implied_free(int c);
   // Whether row r implies the bounds of column c (coefficient a) from the others' bounds.
-  bool implied_free(int c, int r, double a) const;
+  bool implied_free(int c, int r, double a);
   int remove_slacks_vars();
   int setup_red_model();
 

@@ -22,6 +22,19 @@ int log_level(const Imodel& m) { return m.SplexPam.lp_printlevel > 0 ? 1 : 0; }
 // Sum of infeasibilities below which an infeasible copy is not trusted.
 constexpr double kDoubtfulInfeas = 1e-5;
 
+// The low-memory route: the level bit, and the stages it runs (row and column scans, bound
+// passes, dual fixing), none of which needs pattern tables or fill room.
+constexpr int kLowMemoryRoute = 8192;
+constexpr int kLowMemoryStages = 2 | 4 | 8;
+
+// The low-memory route takes a reduced copy only when it is clearly smaller, and never an
+// empty one.
+bool worth_solving(const Imodel& m, const PresolveRecord& r) {
+  if (r.redRows <= 0 || r.redCols <= 0) return false;
+  return r.redCols <= 0.9 * m.nVars || r.redRows <= 0.95 * m.nCons ||
+         r.redNnz <= 0.9 * static_cast<double>(m.nAnnz);
+}
+
 // A basis of an earlier solve, or one the host loaded, starts the model warm; presolve would
 // throw it away.
 bool has_warm_basis(const Imodel& m) {
@@ -78,7 +91,8 @@ int qzi_postsolve_check(Imodel& m, bool solved) {
       if (s.dinf > m.SplexPam.solver_opttol) {
         QZlogmod(&m, log_level(m), "\nWarning: Postsolve leads to dual infeasibility (%.8e)",
                  s.dinf);
-        if (!qzi_accept_dualinf(m)) method = QZ_METHOD_PSIMPLEX;
+        // A point off in both senses goes to the dual simplex chosen above.
+        if (!qzi_accept_dualinf(m) && method == 0) method = QZ_METHOD_PSIMPLEX;
       }
     }
   } else {
@@ -114,7 +128,10 @@ int qzi_lp_presolve_path(Imodel& m, int nMethod, bool* done) {
     auto rec = std::make_unique<PresolveRecord>();
     rec->options = presolve_options(m);
     int status = kPreNothing;
-    const int rc = gen_pre(m, *rec, level, &status);
+    const bool lowMemory = (level & kLowMemoryRoute) != 0;
+    if (lowMemory) QZlogmod(&m, log_level(m), "\nPresolving in low memory mode ...\n");
+    const int rc = gen_pre(m, *rec, lowMemory ? kLowMemoryStages : level, &status);
+    if (lowMemory) QZlogmod(&m, log_level(m), "\nPreprocessing retval:%d", rc != 0 ? rc : status);
     if (rc != 0) {
       *done = true;
       return rc;
@@ -122,10 +139,21 @@ int qzi_lp_presolve_path(Imodel& m, int nMethod, bool* done) {
     if (status == kPreInfeasible || status == kPreUnbounded) {
       if (iusol) return 0;
       set_verdict(m, status == kPreInfeasible ? QZ_STATUS_INFEASIBLE : QZ_STATUS_UNBOUNDED);
+      if (lowMemory) {
+        // This route tells an infeasible model apart, not an unbounded one.
+        Sol& s = *m.sol;
+        if (status == kPreInfeasible) {
+          s.primalStatus = QZ_STATUS_INFEASIBLE;
+          s.dualStatus = QZ_STATUS_UNBOUNDED;
+        } else {
+          s.model_status = s.primalStatus = s.dualStatus = QZ_STATUS_INFORUNB;
+        }
+      }
       *done = true;
       return 0;
     }
     if (status == kPreNothing) return 0;
+    if (lowMemory && !worth_solving(m, *rec)) return 0;
     if (rec->dualInfeasible && iusol) return 0;
     m.presolve.reset(rec.release());
   }

@@ -172,14 +172,45 @@ const Activity& LpWork::activity(int r) {
   for (const RowEnt& e : row[r]) {
     const double l = lo[e.col], u = up[e.col], v = e.val;
     const double atMin = v > 0 ? l : u, atMax = v > 0 ? u : l;
-    if (finite_lo(atMin) && finite_up(atMin)) a.min += v * atMin; else ++a.infMin;
-    if (finite_lo(atMax) && finite_up(atMax)) a.max += v * atMax; else ++a.infMax;
+    if (finite_lo(atMin) && finite_up(atMin)) {
+      a.min += v * atMin;
+      a.mag += std::fabs(v * atMin);
+    } else {
+      ++a.infMin;
+    }
+    if (finite_lo(atMax) && finite_up(atMax)) {
+      a.max += v * atMax;
+      a.mag += std::fabs(v * atMax);
+    } else {
+      ++a.infMax;
+    }
+    a.amax = std::max(a.amax, std::fabs(v));
   }
   a.stale = false;
   return a;
 }
 
-void LpWork::activity_without(int r, int c, double& mn, double& mx) const {
+namespace {
+constexpr int kLongRow = 64;
+}  // namespace
+
+void LpWork::activity_without(int r, int c, double& mn, double& mx) {
+  if (row_len(r) > kLongRow) {
+    const Activity& a = activity(r);
+    const int p = find_in_row(r, c);
+    const double v = p >= 0 ? row[r][p].val : 0.0;
+    const double atMin = v > 0 ? lo[c] : up[c], atMax = v > 0 ? up[c] : lo[c];
+    const bool minInf = p >= 0 && !(finite_lo(atMin) && finite_up(atMin));
+    const bool maxInf = p >= 0 && !(finite_lo(atMax) && finite_up(atMax));
+    mn = a.infMin - (minInf ? 1 : 0) > 0 ? -kInf : a.min - (p >= 0 && !minInf ? v * atMin : 0.0);
+    mx = a.infMax - (maxInf ? 1 : 0) > 0 ? kInf : a.max - (p >= 0 && !maxInf ? v * atMax : 0.0);
+    // Taking one term out of a long sum may cancel; a difference whose rounding could
+    // exceed the tight tolerances of the callers is summed afresh.
+    const double err = 4e-16 * row_len(r) * a.mag;
+    const bool mnOk = mn <= -kInf || err <= 1e-10 * (1 + std::fabs(mn));
+    const bool mxOk = mx >= kInf || err <= 1e-10 * (1 + std::fabs(mx));
+    if (mnOk && mxOk) return;
+  }
   mn = mx = 0;
   bool infMin = false, infMax = false;
   for (const RowEnt& e : row[r]) {
@@ -191,12 +222,6 @@ void LpWork::activity_without(int r, int c, double& mn, double& mx) const {
   }
   if (infMin) mn = -kInf;
   if (infMax) mx = kInf;
-}
-
-double LpWork::row_max(int r) const {
-  double mx = 0;
-  for (const RowEnt& e : row[r]) mx = std::max(mx, std::fabs(e.val));
-  return mx;
 }
 
 void LpWork::queue_row(int r) {

@@ -40,6 +40,8 @@ struct ColEnt {
 struct Activity {
   double min = 0, max = 0;
   int infMin = 0, infMax = 0;  // contributions that are infinite
+  double amax = 0;             // largest absolute value of the row
+  double mag = 0;              // sum of the absolute finite contributions (rounding scale)
   bool stale = true;
 };
 
@@ -89,10 +91,11 @@ class LpWork {
   bool pure_slack(int c) const;
 
   const Activity& activity(int r);
-  // Range of row r's activity without column c (infinite ends at +-kInf).
-  void activity_without(int r, int c, double& mn, double& mx) const;
+  // Range of row r's activity without column c (infinite ends at +-kInf). Long rows take it
+  // from the cached sums, so that a scan of many columns of one row stays linear.
+  void activity_without(int r, int c, double& mn, double& mx);
   // Largest absolute value of the row.
-  double row_max(int r) const;
+  double row_max(int r) { return activity(r).amax; }
 
   // Work queues.
   void queue_row(int r);

@@ -244,6 +244,40 @@ TEST_F(PathTest, IusolAlwaysReoptimizesTheFullModel) {
   EXPECT_TRUE(check_model(r.model, lp).ok(1e-7));
 }
 
+// The low-memory route: the cheap stages only, its own log lines, the same certified answer,
+// and a verdict that names what the route can tell.
+TEST_F(PathTest, LowMemoryRoute) {
+  const LpData lp = planted_salted(21);
+  SolveRun r;
+  std::string log;
+  solve_at(env, lp, 8192 | 254, r, QZ_METHOD_FREE, 0, &log);
+  ASSERT_EQ(r.rc, 0);
+  ASSERT_EQ(r.status, QZ_STATUS_BASIC_OPTIMAL);
+  EXPECT_NEAR(r.obj, lp.opt, 1e-7 * (1 + std::fabs(lp.opt)));
+  EXPECT_TRUE(check_model(r.model, lp).ok(1e-7));
+  EXPECT_NE(log.find("Presolving in low memory mode ..."), std::string::npos) << log;
+  EXPECT_NE(log.find("Preprocessing retval:"), std::string::npos) << log;
+  for (const StageLine& l : stage_table(log))
+    EXPECT_TRUE(l.tag != "drp" && l.tag != "dcp" && l.tag != "eli") << l.tag;
+  // The level is restored after the call.
+  int level = 0;
+  ASSERT_EQ(QZgetModelIntParameter(r.model, QZ_IPARAM_LP_PRELEVEL, &level), 0);
+  EXPECT_EQ(level, 8192 | 254);
+
+  const LpData bad = dense_lp(QZ_MIN, {1, 1, 1}, {{1, 1, 0}, {0, 1, 1}}, {5, 1}, "GG",
+                              {0, 0, 0}, {2, 2, kInf});
+  SolveRun v;
+  solve_at(env, bad, 8192, v);
+  ASSERT_EQ(v.rc, 0);
+  EXPECT_EQ(v.status, QZ_STATUS_INFEASIBLE);
+  EXPECT_EQ(v.method, -1);
+  int ps = 0, ds = 0;
+  QZgetInfo(v.model, QZ_IINFO_PRIMAL_STATUS, &ps);
+  QZgetInfo(v.model, QZ_IINFO_DUAL_STATUS, &ds);
+  EXPECT_EQ(ps, QZ_STATUS_INFEASIBLE);
+  EXPECT_EQ(ds, QZ_STATUS_UNBOUNDED);
+}
+
 // The environment goes first while a model still holds its presolved copy.
 TEST(PresolveLifetime, EnvironmentDeletedWithAKeptCopy) {
   int rc = 0;

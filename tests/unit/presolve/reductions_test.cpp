@@ -19,6 +19,7 @@ struct Reduction {
   LpData lp;
   RecordType record;  // must appear on the post stack
   double obj;         // the optimum (minimization as written)
+  const char* stage;  // the stage of the log table that shrinks the model
 };
 
 std::vector<Reduction> reductions() {
@@ -28,90 +29,92 @@ std::vector<Reduction> reductions() {
   v.push_back({"empty_and_free_rows",
                dense_lp(QZ_MIN, {1, 2}, {{1, 1}, {0, 0}, {1, 5}}, {1, 0, 3}, "GEN", {0, 0},
                         {I, I}),
-               presolve::kRecDeleteRow, 1});
+               presolve::kRecDeleteRow, 1, "sp1"});
   // A singleton equation fixes x0 and its multiplier makes x0 basic.
   v.push_back({"singleton_row",
                dense_lp(QZ_MIN, {3, 1}, {{1, 0}, {1, 1}}, {3, 5}, "EG", {0, 0}, {I, I}),
-               presolve::kRecFixCol, 11});
+               presolve::kRecFixCol, 11, "sp1"});
   v.push_back({"fixed_column",
                dense_lp(QZ_MIN, {1, 1, 5}, {{1, 0, 1}, {0, 1, -1}}, {3, -1}, "GG", {0, 0, 2},
                         {I, I, 2}),
-               presolve::kRecFixCol, 12});
+               presolve::kRecFixCol, 12, "spb"});
   // Empty columns at the bound their cost favours, free at zero, nearest bound without cost.
   v.push_back({"empty_columns",
                dense_lp(QZ_MIN, {1, 1, 2, -1, 0, 0}, {{1, 1, 0, 0, 0, 0}}, {2}, "G",
                         {0, 0, -1, 0, -I, -3}, {I, I, 4, 7, I, I}),
-               presolve::kRecFixCol, 2 - 2 - 7});
+               presolve::kRecFixCol, 2 - 2 - 7, "spb"});
   // x0 + x1 <= 0 with both at least 0: forced to the minimum activity.
   v.push_back({"forcing_row_min",
                dense_lp(QZ_MIN, {-1, -2, 1}, {{1, 1, 0}, {1, 1, 1}}, {0, 1}, "LG", {0, 0, 0},
                         {5, 5, I}),
-               presolve::kRecForceRow, 1});
+               presolve::kRecForceRow, 1, "sp1"});
   v.push_back({"forcing_row_max",
                dense_lp(QZ_MIN, {1, -1, -1}, {{2, -1, 0}, {1, 1, 1}}, {4, 10}, "GL", {0, 0, 0},
                         {2, 3, I}),
-               presolve::kRecForceRow, -6});
+               presolve::kRecForceRow, -6, "sp1"});
   // A row no point can violate: its slack is implied free and leaves with it.
   v.push_back({"redundant_row",
                dense_lp(QZ_MIN, {1, 2}, {{1, 1}, {1, 1}}, {100, 1}, "LG", {0, 0}, {1, 1}),
-               presolve::kRecEliminate, 1});
+               presolve::kRecEliminate, 1, "spb"});
   // x2 in one equation whose other columns bound it within its own bounds.
   v.push_back({"implied_free_singleton",
                dense_lp(QZ_MIN, {1, -1, 2}, {{1, 1, 1}, {1, -1, 0}}, {4, -0.5}, "EG", {0, 0, 0},
                         {1, 1, 10}),
-               presolve::kRecEliminate, 4});
+               presolve::kRecEliminate, 4, "spb"});
   // x0 = x1 hands x0's tight bounds to x1, which ends on the borrowed bound.
   v.push_back({"doubleton_borrowed_bound",
                dense_lp(QZ_MIN, {-1, 0, 1}, {{1, -1, 0}, {0, 1, 1}}, {0, 3}, "EG", {0, 0, 0},
                         {2, 10, I}),
-               presolve::kRecEliminate, -1});
+               presolve::kRecEliminate, -1, "spb"});
   v.push_back({"doubleton_equation",
                dense_lp(QZ_MIN, {1, 2, 1}, {{2, 3, 0}, {1, 0, 1}, {0, 1, 1}}, {6, 2, 1}, "EGG",
                         {0, 0, 0}, {10, 10, I}),
-               presolve::kRecEliminate, 3.6});
+               presolve::kRecEliminate, 3.6, "eli"});
   // A bound written as a row: x0 <= 3 ends active.
   v.push_back({"bound_row",
                dense_lp(QZ_MIN, {-1, 1}, {{1, 0}, {1, 1}}, {3, 2}, "LG", {0, 0}, {I, I}),
-               presolve::kRecEliminate, -3});
+               presolve::kRecEliminate, -3, "spb"});
   // x2 only makes the '<=' rows tighter and costs: it sits at zero.
   v.push_back({"dominated_column",
                dense_lp(QZ_MIN, {1, 1, 3}, {{1, 0, 1}, {0, 1, 1}, {1, 1, 0}}, {4, 5, 1}, "LLG",
                         {0, 0, 0}, {I, I, I}),
-               presolve::kRecFixCol, 1});
+               presolve::kRecFixCol, 1, "sdb"});
   // Column x1 is twice x0 with twice the cost: one merged column, split back.
   v.push_back({"duplicate_columns_merged",
                dense_lp(QZ_MIN, {1, 2, -1}, {{1, 2, 0}, {3, 6, 1}}, {2.5, 20}, "GL", {0, 0, 0},
                         {1, 1, I}),
-               presolve::kRecDupCol, -10});
+               presolve::kRecDupCol, -10, "dcp"});
   // Same pattern, x1 dearer per unit: it stays at its lower bound.
   v.push_back({"duplicate_columns_dominated",
                dense_lp(QZ_MIN, {1, 3, -1}, {{1, 2, 0}, {3, 6, 1}}, {2.5, 20}, "GL", {0, 0, 0},
                         {I, 4, I}),
-               presolve::kRecFixCol, -10});
+               presolve::kRecFixCol, -10, "dcp"});
   v.push_back({"duplicate_equations",
                dense_lp(QZ_MIN, {1, 2, 1}, {{1, 1, 0}, {2, 2, 0}, {1, -1, 1}}, {2, 4, 0}, "EEG",
                         {0, 0, 0}, {I, I, I}),
-               presolve::kRecDeleteRow, 2});
+               presolve::kRecDeleteRow, 2, "drp"});
   v.push_back({"duplicate_equation_and_inequality",
                dense_lp(QZ_MIN, {1, 2, 1}, {{1, 1, 0}, {3, 3, 0}, {1, -1, 1}}, {2, 9, 0}, "ELG",
                         {0, 0, 0}, {I, I, I}),
-               presolve::kRecDeleteRow, 2});
+               presolve::kRecDeleteRow, 2, "drp"});
   // Two parallel inequalities; the dropped one holds the active bound.
   v.push_back({"duplicate_inequalities",
                dense_lp(QZ_MIN, {-1, -1, 1}, {{1, 1, 0}, {-2, -2, 0}, {1, 0, 1}}, {4, -6, 1},
                         "LGG", {0, 0, 0}, {I, I, I}),
-               presolve::kRecDupRow, -3});
+               presolve::kRecDupRow, -3, "drp"});
   // x2 is implied free by its first row and substituted into the second.
   v.push_back({"implied_free_substitution",
                dense_lp(QZ_MIN, {1, 2, 0, 3}, {{1, 1, -1, 0}, {0, 0, 1, 1}, {1, 0, 0, 1}},
                         {0, 1, 3}, "EGL", {0, 0, 0, 0}, {1, 1, 5, I}),
-               presolve::kRecEliminate, 1});
+               presolve::kRecEliminate, 1, "eli"});
   // Presolve alone: nothing is left for the simplex.
   v.push_back({"everything_removed",
                dense_lp(QZ_MIN, {1, 1}, {{1, 0}, {1, 1}}, {2, 10}, "EL", {0, 1}, {I, 1}), presolve::kRecFixCol,
-               3});
+               3, "sp1"});
   return v;
 }
+
+void PrintTo(const Reduction& r, std::ostream* os) { *os << r.name; }
 
 class PresolveReduction : public ::testing::TestWithParam<Reduction> {
  protected:
@@ -134,8 +137,9 @@ TEST_P(PresolveReduction, SameAnswerAndCleanPostsolve) {
     }
     const double want = sense == QZ_MAX ? -c.obj : c.obj;
     SolveRun off, on;
+    std::string log;
     solve(env, lp, false, off);
-    solve(env, lp, true, on);
+    solve_at(env, lp, 254, on, QZ_METHOD_FREE, 0, &log);
     ASSERT_EQ(off.rc, 0);
     ASSERT_EQ(on.rc, 0);
     ASSERT_EQ(off.status, QZ_STATUS_BASIC_OPTIMAL);
@@ -143,6 +147,19 @@ TEST_P(PresolveReduction, SameAnswerAndCleanPostsolve) {
     EXPECT_NEAR(off.obj, want, 1e-9);
     EXPECT_NEAR(on.obj, want, 1e-9) << "sense " << sense;
     ASSERT_NE(on.model->presolve, nullptr) << "presolve kept no copy";
+    // The stage table shows the reduction where it belongs: a line of that stage with fewer
+    // rows, columns or nonzeros than the line before it; the reduced model is smaller.
+    const std::vector<StageLine> table = stage_table(log);
+    bool shrank = false;
+    for (size_t i = 1; i < table.size(); ++i)
+      shrank |= table[i].tag == c.stage &&
+                (table[i].rows < table[i - 1].rows || table[i].cols < table[i - 1].cols ||
+                 table[i].nnz < table[i - 1].nnz);
+    EXPECT_TRUE(shrank) << "no shrinking '" << c.stage << "' line in\n" << log;
+    int rdRows = -1, rdCols = -1;
+    QZgetInfo(on.model, QZ_IINFO_NUM_RDCONS, &rdRows);
+    QZgetInfo(on.model, QZ_IINFO_NUM_RDVARS, &rdCols);
+    EXPECT_LT(rdRows + rdCols, lp.m + lp.n);
     EXPECT_GT(on.model->presolve->stack.count(c.record), 0) << "record " << c.record;
     // Clean postsolve: no reoptimization of the full model took place.
     EXPECT_EQ(on.model->glp, nullptr) << "postsolve needed a reoptimization";
@@ -203,6 +220,8 @@ std::vector<Verdict> verdicts() {
                QZ_STATUS_UNBOUNDED, false});
   return v;
 }
+
+void PrintTo(const Verdict& v, std::ostream* os) { *os << v.name; }
 
 class PresolveVerdict : public ::testing::TestWithParam<Verdict> {
  protected:
