@@ -74,8 +74,9 @@ int main(int argc, char** argv) {
   int rc = 0;
   QZenv env = QZcreateEnv(&rc);
   if (rc != 0) return 2;
-  std::printf("| model | rows | cols | nnz | rows after | cols after | nnz after | iters off | "
-              "iters on | s off | s on | same optimum |\n");
+  std::printf(
+      "| model | rows | cols | nnz | rows after | cols after | nnz after | iters off | "
+      "iters on | s off | s on | same optimum |\n");
   std::printf("|---|---|---|---|---|---|---|---|---|---|---|---|\n");
   long tr = 0, tc = 0, tn = 0, ar = 0, ac = 0, an = 0;
   double toff = 0, ton = 0, lsum = 0;
@@ -91,12 +92,11 @@ int main(int argc, char** argv) {
     if (on.status != QZ_STATUS_BASIC_OPTIMAL && on.status != QZ_STATUS_OPTIMAL) {
       on.rows = on.cols = on.nnz = 0;
     }
-    const bool agree =
-        opt ? std::fabs(on.obj - off.obj) <= 1e-7 * std::max(1.0, std::fabs(off.obj))
-            : on.status == off.status;
-    std::printf("| %s | %d | %d | %d | %d | %d | %d | %d | %d | %.4f | %.4f | %s |\n",
-                name.c_str(), off.rows, off.cols, off.nnz, on.rows, on.cols, on.nnz, off.iters,
-                on.iters, off.secs, on.secs, agree ? "yes" : "NO");
+    const bool agree = opt ? std::fabs(on.obj - off.obj) <= 1e-7 * std::max(1.0, std::fabs(off.obj))
+                           : on.status == off.status;
+    std::printf("| %s | %d | %d | %d | %d | %d | %d | %d | %d | %.4f | %.4f | %s |\n", name.c_str(),
+                off.rows, off.cols, off.nnz, on.rows, on.cols, on.nnz, off.iters, on.iters,
+                off.secs, on.secs, agree ? "yes" : "NO");
     tr += off.rows;
     tc += off.cols;
     tn += off.nnz;
@@ -110,14 +110,15 @@ int main(int argc, char** argv) {
     same += agree;
   }
   if (n > 0) {
-    std::printf("| **total (%d models)** | %ld | %ld | %ld | %ld | %ld | %ld | | | %.3f | %.3f | "
-                "%d/%d |\n",
-                n, tr, tc, tn, ar, ac, an, toff, ton, same, n);
-    std::printf("\nRemoved: %.1f%% of rows, %.1f%% of columns, %.1f%% of nonzeros. Time with "
-                "presolve over time without: total %.3f, shifted geometric mean %.3f.\n",
-                100.0 * (tr - ar) / std::max(1L, tr), 100.0 * (tc - ac) / std::max(1L, tc),
-                100.0 * (tn - an) / std::max(1L, tn), ton / std::max(1e-9, toff),
-                std::exp(lsum / n));
+    std::printf(
+        "| **total (%d models)** | %ld | %ld | %ld | %ld | %ld | %ld | | | %.3f | %.3f | "
+        "%d/%d |\n",
+        n, tr, tc, tn, ar, ac, an, toff, ton, same, n);
+    std::printf(
+        "\nRemoved: %.1f%% of rows, %.1f%% of columns, %.1f%% of nonzeros. Time with "
+        "presolve over time without: total %.3f, shifted geometric mean %.3f.\n",
+        100.0 * (tr - ar) / std::max(1L, tr), 100.0 * (tc - ac) / std::max(1L, tc),
+        100.0 * (tn - an) / std::max(1L, tn), ton / std::max(1e-9, toff), std::exp(lsum / n));
   }
   QZdeleteEnv(&env);
   return 0;

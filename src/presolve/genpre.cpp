@@ -328,12 +328,12 @@ int Presolver::setup_red_model() {
   red->SplexPam.lp_prelevel = 0;
   red->holdLog = true;
   const int rc = load_lp_data(*red, nr, nc, m_.lp.dObjSense, w.sense * w.objConst, c.data(),
-                              b.data(), types.data(), rec_.redNnz, beg.data(), nullptr,
-                              val.data(), idx.data(), l.data(), u.data());
+                              b.data(), types.data(), rec_.redNnz, beg.data(), nullptr, val.data(),
+                              idx.data(), l.data(), u.data());
   red->holdLog = false;
   if (rc != 0) return rc;
-  QZlogmod(&m_, log_level(m_), "\nLoaded reduced model (n_cons:%d, n_vars:%d, objsense:%d)", nr,
-           nc, m_.lp.dObjSense);
+  QZlogmod(&m_, log_level(m_), "\nLoaded reduced model (n_cons:%d, n_vars:%d, objsense:%d)", nr, nc,
+           m_.lp.dObjSense);
   return 0;
 }
 

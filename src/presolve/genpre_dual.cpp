@@ -42,11 +42,23 @@ int Presolver::genpre_dual_fixing() {
       const double a = w.val(e), lo = ylo[e.row], hi = yup[e.row];
       // -a y over y in [lo, hi].
       if (a > 0) {
-        if (hi >= kInf) minInf = true; else dmin -= a * hi;
-        if (lo <= -kInf) maxInf = true; else dmax -= a * lo;
+        if (hi >= kInf)
+          minInf = true;
+        else
+          dmin -= a * hi;
+        if (lo <= -kInf)
+          maxInf = true;
+        else
+          dmax -= a * lo;
       } else {
-        if (lo <= -kInf) minInf = true; else dmin -= a * lo;
-        if (hi >= kInf) maxInf = true; else dmax -= a * hi;
+        if (lo <= -kInf)
+          minInf = true;
+        else
+          dmin -= a * lo;
+        if (hi >= kInf)
+          maxInf = true;
+        else
+          dmax -= a * hi;
       }
       if (minInf && maxInf) break;
     }

@@ -47,7 +47,8 @@ double parallel(const Line& a, const Line& b) {
   for (size_t p = 0; p < a.ent.size(); ++p) {
     if (a.ent[p].first != b.ent[p].first) return 0;
     const double want = lambda * b.ent[p].second;
-    if (std::fabs(a.ent[p].second - want) > 1e-12 * std::max(std::fabs(want), std::fabs(a.ent[p].second)))
+    if (std::fabs(a.ent[p].second - want) >
+        1e-12 * std::max(std::fabs(want), std::fabs(a.ent[p].second)))
       return 0;
   }
   return lambda;
@@ -56,8 +57,9 @@ double parallel(const Line& a, const Line& b) {
 // Groups of equal keys, each pair (first alive member, other) offered to `visit`.
 template <class Alive, class Visit>
 int for_pairs(std::vector<Line>& lines, Alive alive, Visit visit) {
-  std::sort(lines.begin(), lines.end(),
-            [](const Line& x, const Line& y) { return x.key != y.key ? x.key < y.key : x.id < y.id; });
+  std::sort(lines.begin(), lines.end(), [](const Line& x, const Line& y) {
+    return x.key != y.key ? x.key < y.key : x.id < y.id;
+  });
   int changed = 0;
   constexpr int kMaxCompare = 8;
   for (size_t g = 0; g < lines.size();) {

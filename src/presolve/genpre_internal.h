@@ -100,13 +100,13 @@ class Presolver {
   int level_;
   double reps_, ceps_;
   double tStart_, tlimit_;
-  int status_ = 0;      // -1 infeasible
-  int err_ = 0;         // time limit or interrupt seen by a poll
+  int status_ = 0;       // -1 infeasible
+  int err_ = 0;          // time limit or interrupt seen by a poll
   long reductions_ = 0;  // records other than the slack bookkeeping
   long fillBudget_ = 0;
   int dupRowRounds_ = 2;
   int polls_ = 0;
-  std::vector<int> pos_;  // scratch: position of a column in a row, -1 elsewhere
+  std::vector<int> pos_;         // scratch: position of a column in a row, -1 elsewhere
   std::vector<char> converted_;  // per column: slack turned back into a row bound
   std::vector<char> redType_;    // per row: type of the row in the reduced model
   std::vector<double> redRhs_;

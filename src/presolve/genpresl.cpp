@@ -23,9 +23,9 @@ namespace {
 struct Undo {
   std::vector<double> x, d, y;
   std::vector<Bs> cs, rs;
-  std::vector<int> redRowStat;    // per working row: status of the reduced row's logical
-  std::vector<double> redSlack;   // per working row: reduced model's slack b' - a x
-  std::vector<Bs> finalRow;       // per row: status handed over by the slack record
+  std::vector<int> redRowStat;   // per working row: status of the reduced row's logical
+  std::vector<double> redSlack;  // per working row: reduced model's slack b' - a x
+  std::vector<Bs> finalRow;      // per row: status handed over by the slack record
   std::vector<char> hasSlack;
   double sense = 1;
 };
@@ -39,11 +39,15 @@ Bs status_at(double v, double lo, double up, double d) {
 
 Bs from_user(int code) {
   switch (code) {
-    case QZ_BASTYPE_ATLO: return Bs::kLower;
-    case QZ_BASTYPE_ATUP: return Bs::kUpper;
+    case QZ_BASTYPE_ATLO:
+      return Bs::kLower;
+    case QZ_BASTYPE_ATUP:
+      return Bs::kUpper;
     case QZ_BASTYPE_FNUL:
-    case QZ_BASTYPE_SBAS: return Bs::kZero;
-    default: return code >= 0 ? Bs::kBasic : Bs::kUnset;
+    case QZ_BASTYPE_SBAS:
+      return Bs::kZero;
+    default:
+      return code >= 0 ? Bs::kBasic : Bs::kUnset;
   }
 }
 
@@ -91,7 +95,10 @@ void undo_delete_row(PostReader& rd, Undo& u) {
   }
   double sum = 0, as = 0;
   for (size_t p = 0; p < cols.size(); ++p) {
-    if (cols[p] == s) as = vals[p]; else sum += vals[p] * u.x[cols[p]];
+    if (cols[p] == s)
+      as = vals[p];
+    else
+      sum += vals[p] * u.x[cols[p]];
   }
   u.x[s] = as != 0 ? (b - sum) / as : 0.0;
   u.d[s] = 0;
@@ -111,7 +118,10 @@ void undo_fix_col(PostReader& rd, Undo& u) {
   u.x[j] = v;
   double s = 0, ar = 0;
   for (size_t p = 0; p < rows.size(); ++p) {
-    if (rows[p] == row) ar = vals[p]; else s += vals[p] * u.y[rows[p]];
+    if (rows[p] == row)
+      ar = vals[p];
+    else
+      s += vals[p] * u.y[rows[p]];
   }
   if (row >= 0 && ar != 0) {
     // The singleton row's multiplier makes the column basic.
@@ -324,17 +334,38 @@ bool gen_undo_pre_stack(const PostStack& stack, const Imodel* red, Undo& u) {
   while (!rd.done()) {
     const int type = rd.next_type();
     switch (type) {
-      case kRecDeleteRow: undo_delete_row(rd, u); break;
-      case kRecFixCol: undo_fix_col(rd, u); break;
-      case kRecEliminate: undo_eliminate(rd, u); break;
-      case kRecReducedCols: undo_reduced_cols(rd, red, u); break;
-      case kRecDupCol: undo_dup_col(rd, u); break;
-      case kRecReducedRows: undo_reduced_rows(rd, red, u); break;
-      case kRecForceRow: undo_force_row(rd, u); break;
-      case kRecDupRow: undo_dup_row(rd, u); break;
-      case kRecSlackMade: undo_slack_made(rd, u); break;
-      case kRecSlackToBound: undo_slack_to_bound(rd, u); break;
-      default: return false;
+      case kRecDeleteRow:
+        undo_delete_row(rd, u);
+        break;
+      case kRecFixCol:
+        undo_fix_col(rd, u);
+        break;
+      case kRecEliminate:
+        undo_eliminate(rd, u);
+        break;
+      case kRecReducedCols:
+        undo_reduced_cols(rd, red, u);
+        break;
+      case kRecDupCol:
+        undo_dup_col(rd, u);
+        break;
+      case kRecReducedRows:
+        undo_reduced_rows(rd, red, u);
+        break;
+      case kRecForceRow:
+        undo_force_row(rd, u);
+        break;
+      case kRecDupRow:
+        undo_dup_row(rd, u);
+        break;
+      case kRecSlackMade:
+        undo_slack_made(rd, u);
+        break;
+      case kRecSlackToBound:
+        undo_slack_to_bound(rd, u);
+        break;
+      default:
+        return false;
     }
     if (rd.failed()) return false;
   }
@@ -343,11 +374,16 @@ bool gen_undo_pre_stack(const PostStack& stack, const Imodel* red, Undo& u) {
 
 int user_code(Bs b) {
   switch (b) {
-    case Bs::kBasic: return QZ_BASTYPE_BAS;
-    case Bs::kLower: return QZ_BASTYPE_ATLO;
-    case Bs::kUpper: return QZ_BASTYPE_ATUP;
-    case Bs::kZero: return QZ_BASTYPE_FNUL;
-    default: return QZ_BASTYPE_ATLO;
+    case Bs::kBasic:
+      return QZ_BASTYPE_BAS;
+    case Bs::kLower:
+      return QZ_BASTYPE_ATLO;
+    case Bs::kUpper:
+      return QZ_BASTYPE_ATUP;
+    case Bs::kZero:
+      return QZ_BASTYPE_FNUL;
+    default:
+      return QZ_BASTYPE_ATLO;
   }
 }
 
@@ -401,9 +437,15 @@ bool install_postsolved(Imodel& model, const Undo& u, Sol& s) {
     if (up < QZ_INFINITY) pinf = std::max(pinf, x - up);
     const double d = u.sense * s.redcost[j];  // minimization form
     switch (s.colStatus[j]) {
-      case QZ_BASTYPE_ATLO: dinf = std::max(dinf, lo == up ? 0.0 : -d); break;
-      case QZ_BASTYPE_ATUP: dinf = std::max(dinf, lo == up ? 0.0 : d); break;
-      default: dinf = std::max(dinf, std::fabs(d)); break;
+      case QZ_BASTYPE_ATLO:
+        dinf = std::max(dinf, lo == up ? 0.0 : -d);
+        break;
+      case QZ_BASTYPE_ATUP:
+        dinf = std::max(dinf, lo == up ? 0.0 : d);
+        break;
+      default:
+        dinf = std::max(dinf, std::fabs(d));
+        break;
     }
   }
   for (int i = 0; i < m; ++i) {
@@ -428,7 +470,9 @@ bool install_postsolved(Imodel& model, const Undo& u, Sol& s) {
         pinf = std::max(pinf, std::fabs(s.slack[i]));
         if (basic) dinf = std::max(dinf, std::fabs(y));
         break;
-      default: dinf = std::max(dinf, std::fabs(y)); break;
+      default:
+        dinf = std::max(dinf, std::fabs(y));
+        break;
     }
   }
   s.pobj = pobj;
@@ -468,8 +512,10 @@ int genpre_postsolv_prob(Imodel* reduced, Imodel& model, PresolveRecord& post, i
   s.model_status = rs ? rs->model_status : QZ_STATUS_BASIC_OPTIMAL;
   s.primalStatus = rs ? rs->primalStatus : QZ_STATUS_BASIC_OPTIMAL;
   s.dualStatus = rs ? rs->dualStatus : QZ_STATUS_OPTIMAL;
-  const bool optimal = s.primalStatus == QZ_STATUS_BASIC_OPTIMAL || s.primalStatus == QZ_STATUS_OPTIMAL;
-  s.basicStatus = basisOk && post.basisFlag && optimal ? QZ_STATUS_BASIC_OPTIMAL : QZ_STATUS_UNLOADED;
+  const bool optimal =
+      s.primalStatus == QZ_STATUS_BASIC_OPTIMAL || s.primalStatus == QZ_STATUS_OPTIMAL;
+  s.basicStatus =
+      basisOk && post.basisFlag && optimal ? QZ_STATUS_BASIC_OPTIMAL : QZ_STATUS_UNLOADED;
   if (rs) {
     s.primalFloor = rs->primalFloor;
     s.dualFloor = rs->dualFloor;

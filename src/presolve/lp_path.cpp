@@ -119,8 +119,8 @@ int qzi_lp_presolve_path(Imodel& m, int nMethod, bool* done) {
   if (m.presolve && !(m.presolve->options == presolve_options(m))) QZfreePresolvMemory(m);
   if (level <= 0 || !is_linear(m) || m.nCons == 0 || m.nVars == 0) return 0;
   // Other methods are the plain path's to refuse.
-  if (nMethod != QZ_METHOD_FREE && nMethod != QZ_METHOD_PSIMPLEX &&
-      nMethod != QZ_METHOD_DSIMPLEX && nMethod != QZ_METHOD_SPRINT)
+  if (nMethod != QZ_METHOD_FREE && nMethod != QZ_METHOD_PSIMPLEX && nMethod != QZ_METHOD_DSIMPLEX &&
+      nMethod != QZ_METHOD_SPRINT)
     return 0;
   const bool iusol = m.SplexPam.solver_iusol != 0;
   if (!m.presolve) {
@@ -184,13 +184,13 @@ int qzi_lp_presolve_path(Imodel& m, int nMethod, bool* done) {
     rec.reducedStatus = QZ_STATUS_BASIC_OPTIMAL;
   }
   const int rstat = rec.reducedStatus;
-  const bool solved = rstat == QZ_STATUS_BASIC_OPTIMAL || rstat == QZ_STATUS_OPTIMAL ||
-                      rstat == QZ_STATUS_FEASIBLE;
+  const bool solved =
+      rstat == QZ_STATUS_BASIC_OPTIMAL || rstat == QZ_STATUS_OPTIMAL || rstat == QZ_STATUS_FEASIBLE;
   if (rec.dualInfeasible) {
     // A direction without end: the model is unbounded once the rest is feasible.
     if (rc == 0) {
-      const int v = rstat == QZ_STATUS_INFEASIBLE ? QZ_STATUS_INFEASIBLE
-                    : rstat == QZ_STATUS_INFORUNB ? QZ_STATUS_INFORUNB
+      const int v = rstat == QZ_STATUS_INFEASIBLE            ? QZ_STATUS_INFEASIBLE
+                    : rstat == QZ_STATUS_INFORUNB            ? QZ_STATUS_INFORUNB
                     : solved || rstat == QZ_STATUS_UNBOUNDED ? QZ_STATUS_UNBOUNDED
                                                              : QZ_STATUS_UNKNOWN;
       const int method = s.method;

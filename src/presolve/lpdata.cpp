@@ -47,7 +47,8 @@ int LpWork::load(const Imodel& m) {
     const double c = lp.padC.empty() ? 0.0 : lp.padC[j];
     double l = lp.padL.empty() ? 0.0 : lp.padL[j];
     double u = lp.padU.empty() ? QZ_INFINITY : lp.padU[j];
-    if (std::isnan(c) || std::isnan(l) || std::isnan(u) || std::isinf(c)) return QZERR_ERROR_IN_INPUT;
+    if (std::isnan(c) || std::isnan(l) || std::isnan(u) || std::isinf(c))
+      return QZERR_ERROR_IN_INPUT;
     cost[j] = sense * c;
     lo[j] = l <= -QZ_INFINITY ? -kInf : l;
     up[j] = u >= QZ_INFINITY ? kInf : u;
@@ -217,8 +218,14 @@ void LpWork::activity_without(int r, int c, double& mn, double& mx) {
     if (e.col == c) continue;
     const double l = lo[e.col], u = up[e.col], v = e.val;
     const double atMin = v > 0 ? l : u, atMax = v > 0 ? u : l;
-    if (finite_lo(atMin) && finite_up(atMin)) mn += v * atMin; else infMin = true;
-    if (finite_lo(atMax) && finite_up(atMax)) mx += v * atMax; else infMax = true;
+    if (finite_lo(atMin) && finite_up(atMin))
+      mn += v * atMin;
+    else
+      infMin = true;
+    if (finite_lo(atMax) && finite_up(atMax))
+      mx += v * atMax;
+    else
+      infMax = true;
   }
   if (infMin) mn = -kInf;
   if (infMax) mx = kInf;

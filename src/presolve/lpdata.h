@@ -50,18 +50,18 @@ class LpWork {
   // Copies the linear part of `m`; 'N' rows come in dead.
   int load(const Imodel& m);
 
-  int n0 = 0, m0 = 0;      // columns and rows of the user's model
+  int n0 = 0, m0 = 0;        // columns and rows of the user's model
   int ncols = 0, nrows = 0;  // working columns (user's, then slacks) and rows
   std::vector<std::vector<RowEnt>> row;
   std::vector<std::vector<ColEnt>> col;
   std::vector<double> cost, lo, up, rhs;
   std::vector<char> rowAlive, colAlive;
-  std::vector<char> rowType;      // the user's row type
-  std::vector<int> slackCol;      // per row: its slack column, or -1
-  std::vector<int> slackRow;      // per column: the row whose slack it is, or -1
+  std::vector<char> rowType;           // the user's row type
+  std::vector<int> slackCol;           // per row: its slack column, or -1
+  std::vector<int> slackRow;           // per column: the row whose slack it is, or -1
   std::vector<signed char> slackSign;  // per column: +1 / -1 for slacks, 0 otherwise
-  double objConst = 0;            // minimization form
-  double sense = 1;               // +1 minimize, -1 maximize (the user's)
+  double objConst = 0;                 // minimization form
+  double sense = 1;                    // +1 minimize, -1 maximize (the user's)
   int rowsAlive = 0, colsAlive = 0;
   long nnz = 0;
 
@@ -85,7 +85,10 @@ class LpWork {
   void fix_col(int c, double v);
   // New bounds of a column; the rows it meets are queued.
   void set_bounds(int c, double l, double u);
-  void set_cost(int c, double v) { cost[c] = v; queue_col(c); }
+  void set_cost(int c, double v) {
+    cost[c] = v;
+    queue_col(c);
+  }
 
   // A slack column still in its own shape: alone in its row, zero cost.
   bool pure_slack(int c) const;

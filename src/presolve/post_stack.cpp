@@ -48,7 +48,8 @@ void PostReader::pop_ints(std::vector<int>& out) {
     out.clear();
     return;
   }
-  out.assign(s_.ints().begin() + static_cast<long>(ni_ - n), s_.ints().begin() + static_cast<long>(ni_));
+  out.assign(s_.ints().begin() + static_cast<long>(ni_ - n),
+             s_.ints().begin() + static_cast<long>(ni_));
   ni_ -= static_cast<size_t>(n);
 }
 
@@ -59,7 +60,8 @@ void PostReader::pop_dbls(std::vector<double>& out) {
     out.clear();
     return;
   }
-  out.assign(s_.dbls().begin() + static_cast<long>(nd_ - n), s_.dbls().begin() + static_cast<long>(nd_));
+  out.assign(s_.dbls().begin() + static_cast<long>(nd_ - n),
+             s_.dbls().begin() + static_cast<long>(nd_));
   nd_ -= static_cast<size_t>(n);
 }
 

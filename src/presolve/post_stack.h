@@ -51,8 +51,7 @@ class PostStack {
 // Reads a stack from the top down without changing it.
 class PostReader {
  public:
-  explicit PostReader(const PostStack& s)
-      : s_(s), ni_(s.ints().size()), nd_(s.dbls().size()) {}
+  explicit PostReader(const PostStack& s) : s_(s), ni_(s.ints().size()), nd_(s.dbls().size()) {}
   bool done() const { return ni_ == 0; }
   bool failed() const { return failed_; }
   // The type code of the next record (0 at the bottom or after a failure).

@@ -34,10 +34,10 @@ struct PresolveRecord {
   presolve::PostStack stack;
   Imodel* reduced = nullptr;  // owned; null when presolve removed everything
   PresolveOptions options;
-  int n = 0, m = 0;           // the user's model
-  int nWork = 0;              // working columns: the user's and the slacks of inequalities
-  int status = kPreNothing;   // the verdict of gen_pre
-  bool basisFlag = true;      // postsolve rebuilds a basis
+  int n = 0, m = 0;          // the user's model
+  int nWork = 0;             // working columns: the user's and the slacks of inequalities
+  int status = kPreNothing;  // the verdict of gen_pre
+  bool basisFlag = true;     // postsolve rebuilds a basis
   // A dual argument showed that the model has no optimum (a direction of improvement
   // without end); the verdict waits for the feasibility of the rest.
   bool dualInfeasible = false;

@@ -264,8 +264,8 @@ TEST_F(PathTest, LowMemoryRoute) {
   ASSERT_EQ(QZgetModelIntParameter(r.model, QZ_IPARAM_LP_PRELEVEL, &level), 0);
   EXPECT_EQ(level, 8192 | 254);
 
-  const LpData bad = dense_lp(QZ_MIN, {1, 1, 1}, {{1, 1, 0}, {0, 1, 1}}, {5, 1}, "GG",
-                              {0, 0, 0}, {2, 2, kInf});
+  const LpData bad =
+      dense_lp(QZ_MIN, {1, 1, 1}, {{1, 1, 0}, {0, 1, 1}}, {5, 1}, "GG", {0, 0, 0}, {2, 2, kInf});
   SolveRun v;
   solve_at(env, bad, 8192, v);
   ASSERT_EQ(v.rc, 0);

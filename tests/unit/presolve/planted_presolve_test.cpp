@@ -46,8 +46,8 @@ TEST(PresolvePlanted, ReachesThePlantedOptimumWithCertificate) {
     QZgetInfo(on.model, QZ_IINFO_NUM_RDCONS, &rdRows);
     reducedAway += rdRows < lp.m;
   }
-  std::printf("%d planted models: %d reduced by presolve, %d reoptimized after postsolve\n",
-              total, reducedAway, reopt);
+  std::printf("%d planted models: %d reduced by presolve, %d reoptimized after postsolve\n", total,
+              reducedAway, reopt);
   // The salt alone gives every model something to remove; postsolve is clean nearly always.
   EXPECT_EQ(reducedAway, total);
   EXPECT_LE(reopt, total / 20);

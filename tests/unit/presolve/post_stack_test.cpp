@@ -1,8 +1,8 @@
 // The post stack reads back what was pushed, record by record from the top, and a reader
 // that runs past the bottom or meets a wrong count reports failure instead of inventing data.
-#include <gtest/gtest.h>
-
 #include "presolve/post_stack.h"
+
+#include <gtest/gtest.h>
 
 namespace zento::presolve {
 namespace {

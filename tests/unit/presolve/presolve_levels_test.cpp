@@ -82,14 +82,15 @@ std::string compare(QZmodel model, const LpData& lp, int level, int status, int 
   double obj = 0;
   QZgetObjective(model, &obj);
   if (!close(obj, refObj, 1e-7)) {
-    std::snprintf(buf, sizeof buf, "level %d: objective %.12g, without presolve %.12g", level,
-                  obj, refObj);
+    std::snprintf(buf, sizeof buf, "level %d: objective %.12g, without presolve %.12g", level, obj,
+                  refObj);
     return buf;
   }
   const KktReport k = check_model(model, lp);
   if (!k.ok(1e-7)) return "level " + std::to_string(level) + " KKT: " + k.worst;
   const KktReport b = check_basis(model, lp);
-  if (b.pinf > 1e-7 || b.dinf > 1e-7) return "level " + std::to_string(level) + " basis: " + b.worst;
+  if (b.pinf > 1e-7 || b.dinf > 1e-7)
+    return "level " + std::to_string(level) + " basis: " + b.worst;
   return "";
 }
 

@@ -108,8 +108,8 @@ inline std::vector<StageLine> stage_table(const std::string& log) {
     StageLine s;
     char tag[8] = {0};
     double t = 0;
-    if (std::sscanf(log.c_str() + p, "\n %7s %ld %ld %ld %lf", tag, &s.rows, &s.cols, &s.nnz,
-                    &t) != 5 ||
+    if (std::sscanf(log.c_str() + p, "\n %7s %ld %ld %ld %lf", tag, &s.rows, &s.cols, &s.nnz, &t) !=
+            5 ||
         std::strlen(tag) != 3)
       break;
     s.tag = tag;

@@ -27,31 +27,30 @@ std::vector<Reduction> reductions() {
   std::vector<Reduction> v;
   // An empty equation and a free row leave; the rest stays.
   v.push_back({"empty_and_free_rows",
-               dense_lp(QZ_MIN, {1, 2}, {{1, 1}, {0, 0}, {1, 5}}, {1, 0, 3}, "GEN", {0, 0},
-                        {I, I}),
+               dense_lp(QZ_MIN, {1, 2}, {{1, 1}, {0, 0}, {1, 5}}, {1, 0, 3}, "GEN", {0, 0}, {I, I}),
                presolve::kRecDeleteRow, 1, "sp1"});
   // A singleton equation fixes x0 and its multiplier makes x0 basic.
   v.push_back({"singleton_row",
                dense_lp(QZ_MIN, {3, 1}, {{1, 0}, {1, 1}}, {3, 5}, "EG", {0, 0}, {I, I}),
                presolve::kRecFixCol, 11, "sp1"});
-  v.push_back({"fixed_column",
-               dense_lp(QZ_MIN, {1, 1, 5}, {{1, 0, 1}, {0, 1, -1}}, {3, -1}, "GG", {0, 0, 2},
-                        {I, I, 2}),
-               presolve::kRecFixCol, 12, "spb"});
+  v.push_back(
+      {"fixed_column",
+       dense_lp(QZ_MIN, {1, 1, 5}, {{1, 0, 1}, {0, 1, -1}}, {3, -1}, "GG", {0, 0, 2}, {I, I, 2}),
+       presolve::kRecFixCol, 12, "spb"});
   // Empty columns at the bound their cost favours, free at zero, nearest bound without cost.
   v.push_back({"empty_columns",
                dense_lp(QZ_MIN, {1, 1, 2, -1, 0, 0}, {{1, 1, 0, 0, 0, 0}}, {2}, "G",
                         {0, 0, -1, 0, -I, -3}, {I, I, 4, 7, I, I}),
                presolve::kRecFixCol, 2 - 2 - 7, "spb"});
   // x0 + x1 <= 0 with both at least 0: forced to the minimum activity.
-  v.push_back({"forcing_row_min",
-               dense_lp(QZ_MIN, {-1, -2, 1}, {{1, 1, 0}, {1, 1, 1}}, {0, 1}, "LG", {0, 0, 0},
-                        {5, 5, I}),
-               presolve::kRecForceRow, 1, "sp1"});
-  v.push_back({"forcing_row_max",
-               dense_lp(QZ_MIN, {1, -1, -1}, {{2, -1, 0}, {1, 1, 1}}, {4, 10}, "GL", {0, 0, 0},
-                        {2, 3, I}),
-               presolve::kRecForceRow, -6, "sp1"});
+  v.push_back(
+      {"forcing_row_min",
+       dense_lp(QZ_MIN, {-1, -2, 1}, {{1, 1, 0}, {1, 1, 1}}, {0, 1}, "LG", {0, 0, 0}, {5, 5, I}),
+       presolve::kRecForceRow, 1, "sp1"});
+  v.push_back(
+      {"forcing_row_max",
+       dense_lp(QZ_MIN, {1, -1, -1}, {{2, -1, 0}, {1, 1, 1}}, {4, 10}, "GL", {0, 0, 0}, {2, 3, I}),
+       presolve::kRecForceRow, -6, "sp1"});
   // A row no point can violate: its slack is implied free and leaves with it.
   v.push_back({"redundant_row",
                dense_lp(QZ_MIN, {1, 2}, {{1, 1}, {1, 1}}, {100, 1}, "LG", {0, 0}, {1, 1}),
@@ -62,10 +61,10 @@ std::vector<Reduction> reductions() {
                         {1, 1, 10}),
                presolve::kRecEliminate, 4, "spb"});
   // x0 = x1 hands x0's tight bounds to x1, which ends on the borrowed bound.
-  v.push_back({"doubleton_borrowed_bound",
-               dense_lp(QZ_MIN, {-1, 0, 1}, {{1, -1, 0}, {0, 1, 1}}, {0, 3}, "EG", {0, 0, 0},
-                        {2, 10, I}),
-               presolve::kRecEliminate, -1, "spb"});
+  v.push_back(
+      {"doubleton_borrowed_bound",
+       dense_lp(QZ_MIN, {-1, 0, 1}, {{1, -1, 0}, {0, 1, 1}}, {0, 3}, "EG", {0, 0, 0}, {2, 10, I}),
+       presolve::kRecEliminate, -1, "spb"});
   v.push_back({"doubleton_equation",
                dense_lp(QZ_MIN, {1, 2, 1}, {{2, 3, 0}, {1, 0, 1}, {0, 1, 1}}, {6, 2, 1}, "EGG",
                         {0, 0, 0}, {10, 10, I}),
@@ -80,15 +79,15 @@ std::vector<Reduction> reductions() {
                         {0, 0, 0}, {I, I, I}),
                presolve::kRecFixCol, 1, "sdb"});
   // Column x1 is twice x0 with twice the cost: one merged column, split back.
-  v.push_back({"duplicate_columns_merged",
-               dense_lp(QZ_MIN, {1, 2, -1}, {{1, 2, 0}, {3, 6, 1}}, {2.5, 20}, "GL", {0, 0, 0},
-                        {1, 1, I}),
-               presolve::kRecDupCol, -10, "dcp"});
+  v.push_back(
+      {"duplicate_columns_merged",
+       dense_lp(QZ_MIN, {1, 2, -1}, {{1, 2, 0}, {3, 6, 1}}, {2.5, 20}, "GL", {0, 0, 0}, {1, 1, I}),
+       presolve::kRecDupCol, -10, "dcp"});
   // Same pattern, x1 dearer per unit: it stays at its lower bound.
-  v.push_back({"duplicate_columns_dominated",
-               dense_lp(QZ_MIN, {1, 3, -1}, {{1, 2, 0}, {3, 6, 1}}, {2.5, 20}, "GL", {0, 0, 0},
-                        {I, 4, I}),
-               presolve::kRecFixCol, -10, "dcp"});
+  v.push_back(
+      {"duplicate_columns_dominated",
+       dense_lp(QZ_MIN, {1, 3, -1}, {{1, 2, 0}, {3, 6, 1}}, {2.5, 20}, "GL", {0, 0, 0}, {I, 4, I}),
+       presolve::kRecFixCol, -10, "dcp"});
   v.push_back({"duplicate_equations",
                dense_lp(QZ_MIN, {1, 2, 1}, {{1, 1, 0}, {2, 2, 0}, {1, -1, 1}}, {2, 4, 0}, "EEG",
                         {0, 0, 0}, {I, I, I}),
@@ -99,8 +98,8 @@ std::vector<Reduction> reductions() {
                presolve::kRecDeleteRow, 2, "drp"});
   // Two parallel inequalities; the dropped one holds the active bound.
   v.push_back({"duplicate_inequalities",
-               dense_lp(QZ_MIN, {-1, -1, 1}, {{1, 1, 0}, {-2, -2, 0}, {1, 0, 1}}, {4, -6, 1},
-                        "LGG", {0, 0, 0}, {I, I, I}),
+               dense_lp(QZ_MIN, {-1, -1, 1}, {{1, 1, 0}, {-2, -2, 0}, {1, 0, 1}}, {4, -6, 1}, "LGG",
+                        {0, 0, 0}, {I, I, I}),
                presolve::kRecDupRow, -3, "drp"});
   // x2 is implied free by its first row and substituted into the second.
   v.push_back({"implied_free_substitution",
@@ -109,8 +108,8 @@ std::vector<Reduction> reductions() {
                presolve::kRecEliminate, 1, "eli"});
   // Presolve alone: nothing is left for the simplex.
   v.push_back({"everything_removed",
-               dense_lp(QZ_MIN, {1, 1}, {{1, 0}, {1, 1}}, {2, 10}, "EL", {0, 1}, {I, 1}), presolve::kRecFixCol,
-               3, "sp1"});
+               dense_lp(QZ_MIN, {1, 1}, {{1, 0}, {1, 1}}, {2, 10}, "EL", {0, 1}, {I, 1}),
+               presolve::kRecFixCol, 3, "sp1"});
   return v;
 }
 
@@ -192,10 +191,10 @@ std::vector<Verdict> verdicts() {
   v.push_back({"contradicting_equations",
                dense_lp(QZ_MIN, {1, 1}, {{1, 1}, {2, 2}}, {1, 3}, "EE", {0, 0}, {I, I}),
                QZ_STATUS_INFEASIBLE, true});
-  v.push_back({"row_beyond_its_activity",
-               dense_lp(QZ_MIN, {1, 1, 1}, {{1, 1, 0}, {0, 1, 1}}, {5, 1}, "GG", {0, 0, 0},
-                        {2, 2, I}),
-               QZ_STATUS_INFEASIBLE, true});
+  v.push_back(
+      {"row_beyond_its_activity",
+       dense_lp(QZ_MIN, {1, 1, 1}, {{1, 1, 0}, {0, 1, 1}}, {5, 1}, "GG", {0, 0, 0}, {2, 2, I}),
+       QZ_STATUS_INFEASIBLE, true});
   v.push_back({"singleton_row_outside_bounds",
                dense_lp(QZ_MIN, {1, 1}, {{1, 0}, {1, 1}}, {5, 1}, "EG", {0, 0}, {3, I}),
                QZ_STATUS_INFEASIBLE, true});
@@ -205,19 +204,18 @@ std::vector<Verdict> verdicts() {
                QZ_STATUS_INFEASIBLE, true});
   // An empty column that improves without end, the rest feasible.
   v.push_back({"improving_empty_column",
-               dense_lp(QZ_MIN, {1, -1}, {{1, 0}}, {2}, "E", {0, 0}, {I, I}),
-               QZ_STATUS_UNBOUNDED, true});
+               dense_lp(QZ_MIN, {1, -1}, {{1, 0}}, {2}, "E", {0, 0}, {I, I}), QZ_STATUS_UNBOUNDED,
+               true});
   // The same column beside rows that no point satisfies: infeasible, not unbounded.
   v.push_back({"improving_column_infeasible_rest",
-               dense_lp(QZ_MIN, {1, 1, -1, 0},
-                        {{1, 1, 0, 1}, {1, -1, 0, 2}, {2, 0, 0, 3}}, {2, 2, 5}, "LLG",
-                        {0, 0, -I, 0}, {I, I, I, I}),
+               dense_lp(QZ_MIN, {1, 1, -1, 0}, {{1, 1, 0, 1}, {1, -1, 0, 2}, {2, 0, 0, 3}},
+                        {2, 2, 5}, "LLG", {0, 0, -I, 0}, {I, I, I, I}),
                QZ_STATUS_INFEASIBLE, false});
   // A column whose reduced cost is negative for every feasible multiplier, no upper bound.
-  v.push_back({"dual_fixing_unbounded",
-               dense_lp(QZ_MIN, {-1, 1, 0}, {{1, -1, 0}, {0, 1, 1}}, {0, 4}, "GL", {0, 0, 0},
-                        {I, I, I}),
-               QZ_STATUS_UNBOUNDED, false});
+  v.push_back(
+      {"dual_fixing_unbounded",
+       dense_lp(QZ_MIN, {-1, 1, 0}, {{1, -1, 0}, {0, 1, 1}}, {0, 4}, "GL", {0, 0, 0}, {I, I, I}),
+       QZ_STATUS_UNBOUNDED, false});
   return v;
 }
 
