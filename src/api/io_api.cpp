@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "api/guard.h"
+#include "io/text_formats.h"
 #include "io/io.h"
 
 using namespace zento;
@@ -33,13 +34,12 @@ int QZwriteMPSFile(QZmodel model, const char* pszFname, int nFormat) {
 }
 
 int QZwriteDualMPSFile(QZmodel model, const char* pszFname, int nFormat, int nObjSense) {
-  if (model == nullptr) return QZERR_ILLEGAL_NULL_POINTER;
-  if (model->modelState == QZ_STATUS_UNLOADED) return QZERR_INFO_NOT_AVAILABLE;
-  if (nObjSense != 1 && nObjSense != -1) return QZERR_BAD_OBJECTIVE_SENSE;
-  if (pszFname == nullptr) return QZERR_ILLEGAL_NULL_POINTER;
-  (void)nFormat;
-  // The dual model construction belongs to the optimize driver and is not in this build.
-  return QZERR_NOT_SUPPORTED;
+  if (model == nullptr || pszFname == nullptr) return QZERR_ILLEGAL_NULL_POINTER;
+  QZ_GUARD({
+    return io::write_dual_model(*model, nObjSense, [&](const Imodel& dual) {
+      return io::write_mps_file(dual, pszFname, nFormat);
+    });
+  });
 }
 
 int QZwriteBasis(QZmodel model, const char* pszFname, int nFormat) {

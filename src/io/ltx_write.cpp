@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -223,7 +224,7 @@ int write_ltx_file(const Imodel& m, const char* fname) {
   return w.close();
 }
 
-int write_dual_ltx_file(Imodel& m, const char* fname, int nObjSense) {
+int write_dual_model(Imodel& m, int nObjSense, const std::function<int(const Imodel&)>& write) {
   if (m.modelState == QZ_STATUS_UNLOADED) return QZERR_INFO_NOT_AVAILABLE;
   if (nObjSense != 1 && nObjSense != -1) return QZERR_BAD_OBJECTIVE_SENSE;
   // Only a continuous linear model has a dual of this kind.
@@ -240,7 +241,11 @@ int write_dual_ltx_file(Imodel& m, const char* fname, int nObjSense) {
   QZ_CALL(build_dual_model(m, *dual, map));
   if (nObjSense == 1)
     for (double& c : dual->lp.padC) c = -c;
-  return write_ltx_file(*dual, fname);
+  return write(*dual);
+}
+
+int write_dual_ltx_file(Imodel& m, const char* fname, int nObjSense) {
+  return write_dual_model(m, nObjSense, [&](const Imodel& d) { return write_ltx_file(d, fname); });
 }
 
 }  // namespace zento::io

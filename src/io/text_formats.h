@@ -1,6 +1,8 @@
 // Entries of the LP and ZENTO text formats and of the MARLO writer, behind the QZ* shims.
 #pragma once
 
+#include <functional>
+
 #include "core/model.h"
 
 namespace zento::io {
@@ -18,6 +20,9 @@ namespace zento::io {
 [[nodiscard]] int write_ltx_file(const Imodel& m, const char* fname);
 // The dual of a linear model in ZENTO format; with nObjSense 1 the dual's costs are negated.
 [[nodiscard]] int write_dual_ltx_file(Imodel& m, const char* fname, int nObjSense);
+// Builds the dual of a continuous linear model in a temporary model and hands it to `write`.
+[[nodiscard]] int write_dual_model(Imodel& m, int nObjSense,
+                                   const std::function<int(const Imodel&)>& write);
 [[nodiscard]] int write_marlo_file(const Imodel& m, const char* fname);
 
 // Bit of QZ_IPARAM_COPY_MODE that selects the grammar reader of the ZENTO format.

@@ -152,6 +152,8 @@ TEST(LtxWrite, RefusesWhatTheFormatCannotHold) {
   EXPECT_EQ(QZwriteZENTOFile(m, "/nonexistent/dir/x.ltx"), QZERR_CANNOT_OPEN_FILE);
   EXPECT_EQ(QZwriteDualZENTOFile(m, dir.file("d.ltx").c_str(), 1), QZERR_NOT_SUPPORTED);
   EXPECT_EQ(QZwriteDualZENTOFile(m, dir.file("d.ltx").c_str(), 0), QZERR_BAD_OBJECTIVE_SENSE);
+  EXPECT_EQ(QZwriteDualMPSFile(m, dir.file("d.mps").c_str(), 1, 1), QZERR_NOT_SUPPORTED);
+  EXPECT_EQ(QZwriteDualMPSFile(qp, dir.file("d.mps").c_str(), 1, 1), QZERR_NOT_SUPPORTED);
 }
 
 TEST(LtxWrite, DualTwinHasTheSameOptimum) {
@@ -173,6 +175,16 @@ TEST(LtxWrite, DualTwinHasTheSameOptimum) {
   double obj = 0;
   ASSERT_EQ(QZgetObjective(d, &obj), 0);
   EXPECT_NEAR(obj, 4.5, 1e-9);
+  // The MPS twin writes the same dual model, in either layout; the dual maximizes, so the
+  // OBJSENSE card must be written live for the sense to come back.
+  ASSERT_EQ(QZsetEnvIntParameter(env.env, QZ_IPARAM_MPS_OBJ_WRITESTYLE, 1), 0);
+  for (int layout : {0, 1}) {
+    const std::string mps = dir.file("dual.mps");
+    ASSERT_EQ(QZwriteDualMPSFile(m, mps.c_str(), layout, -1), 0);
+    Model back(env.env);
+    ASSERT_EQ(QZreadMPSFile(back, mps.c_str(), QZ_MPS_AUTO), 0);
+    EXPECT_EQ(first_difference(sd, snapshot(back)), "") << layout;
+  }
 }
 
 TEST(MarloWrite, TextOfAQuadraticAndAnIntegerModel) {
