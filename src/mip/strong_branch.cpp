@@ -150,8 +150,9 @@ int node_strong_branch(BnbRecord& b, double z, int depth, StrongResult& res) {
     if (res.pick < 0 || mn > best_min + 1e-5 * (std::fabs(best_min) + 1) ||
         (std::fabs(mn - best_min) <= 1e-5 * (std::fabs(best_min) + 1) && mx > best_max)) {
       res.pick = i;
-      res.down = dn > -kInf / 2 ? dn : -kInf;
-      res.up = upb > -kInf / 2 ? upb : -kInf;
+      // Pseudo-cost estimates rank candidates but bound nothing.
+      res.down = !trusted && dn > -kInf / 2 ? dn : -kInf;
+      res.up = !trusted && upb > -kInf / 2 ? upb : -kInf;
       best_min = mn;
       best_max = mx;
       since_best = 0;
