@@ -128,7 +128,8 @@ bool smallest_bound_band(const BnbRecord& b, const Node& a, const Node& c, int b
 bool node_smallestBound(const BnbRecord& b, int ia, int ic) {
   const Node& a = node_at(b, ia);
   const Node& c = node_at(b, ic);
-  const bool near = a.bound <= b.global_bound + b.rel_opt_tol * (std::fabs(b.global_bound) + 1);
+  const double gb = b.global_bound > -kInf / 2 ? std::fabs(b.global_bound) : 0.0;
+  const bool near = a.bound <= b.global_bound + b.rel_opt_tol * (gb + 1);
   const int t = incumbent_tiebreak(b, a, c, near);
   if (t != 0) return t > 0;
   return smallest_bound_band(b, a, c, 10, false);
@@ -138,7 +139,8 @@ bool node_depthfirst_smallestBound(const BnbRecord& b, int ia, int ic) {
   const Node& a = node_at(b, ia);
   const Node& c = node_at(b, ic);
   if (a.depth != c.depth) return a.depth > c.depth;
-  const bool near = a.bound <= b.global_bound + b.rel_opt_tol * (std::fabs(b.global_bound) + 1);
+  const double gb = b.global_bound > -kInf / 2 ? std::fabs(b.global_bound) : 0.0;
+  const bool near = a.bound <= b.global_bound + b.rel_opt_tol * (gb + 1);
   const int t = incumbent_tiebreak(b, a, c, near);
   if (t != 0) return t > 0;
   if (a.bound != c.bound) return a.bound < c.bound;
@@ -158,7 +160,8 @@ bool node_largestBound(const BnbRecord& b, int ia, int ic) {
   const bool near = std::fabs(a.bound - b.global_bound) <= b.rel_opt_tol;
   const int t = incumbent_tiebreak(b, a, c, near);
   if (t != 0) return t > 0;
-  const double tt = b.rel_opt_tol * (std::fabs(b.global_bound) + 1);
+  const double gb = b.global_bound > -kInf / 2 ? std::fabs(b.global_bound) : 0.0;
+  const double tt = b.rel_opt_tol * (gb + 1);
   if (std::fabs(a.bound - c.bound) < tt) {
     if (a.depth != c.depth) return a.depth > c.depth;
     return direction_tiebreak(b, a, c);
