@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 
 #include "mip/mip.h"
 #include "mip_oracle.h"
@@ -107,6 +108,51 @@ TEST_F(OracleTest, RandomMipsAgreeWithEnumerationUnderEveryRule) {
   EXPECT_GT(counts[QZ_STATUS_OPTIMAL], 250);
   EXPECT_GT(counts[QZ_STATUS_INFEASIBLE], 20);
   EXPECT_GT(counts[QZ_STATUS_UNBOUNDED], 5);
+}
+
+// Pure binary models with enough columns that pseudo-costs become trusted and strong
+// branching, reduced-cost fixing and the lattice all act; the recorded optimum is watched.
+TEST_F(OracleTest, LargerBinaryModelsKeepTheRecordedOptimum) {
+  for (int i = 0; i < 40; ++i) {
+    MipData d = random_mip(5000 + i, 0);
+    // Widen to 13 binaries over 6 rows with a knapsack-like structure.
+    std::mt19937_64 g(9000 + i);
+    auto uni = [&](int a, int b) { return std::uniform_int_distribution<int>(a, b)(g); };
+    d.n = 13;
+    d.m = 6;
+    d.sense = i % 2 ? QZ_MAX : QZ_MIN;
+    d.c.assign(d.n, 0);
+    d.lo.assign(d.n, 0);
+    d.up.assign(d.n, 1);
+    d.vtypes.assign(d.n, 'B');
+    d.rtypes.assign(d.m, 'L');
+    d.b.assign(d.m, 0);
+    d.beg.assign(d.n + 1, 0);
+    d.rows.clear();
+    d.vals.clear();
+    for (int j = 0; j < d.n; ++j) {
+      d.c[j] = (d.sense == QZ_MAX ? 1 : -1) * uni(5, 40);
+      for (int r = 0; r < d.m; ++r)
+        if (uni(0, 3) > 0) {
+          const int a = uni(3, 30);
+          d.rows.push_back(r);
+          d.vals.push_back(a);
+          d.b[r] += a;
+        }
+      d.beg[j + 1] = static_cast<int>(d.rows.size());
+    }
+    for (double& v : d.b) v = std::floor(v * 0.45);
+    const OracleAnswer ans = enumerate_mip(env_, d);
+    ASSERT_EQ(ans.status, QZ_STATUS_OPTIMAL);
+    double obj = 0, bound = 0;
+    int viol = 0;
+    std::vector<double> x;
+    const Config cfg{1 + i % 6, i % 6, 10, 0, 0};
+    const int status = run(env_, d, cfg, ans, &obj, &viol, &bound, &x);
+    ASSERT_EQ(status, QZ_STATUS_OPTIMAL) << "instance " << i;
+    EXPECT_NEAR(obj, ans.obj, 1e-6 * (1 + std::fabs(ans.obj))) << "instance " << i;
+    EXPECT_EQ(viol, 0) << "instance " << i;
+  }
 }
 
 TEST_F(OracleTest, TwoRunsGiveTheSameSearch) {
