@@ -22,6 +22,8 @@ namespace zento::mip {
 constexpr int kIntInf = 2147483645;
 constexpr int kIntNegInf = -2147483646;
 constexpr double kInf = 1e30;
+// Incumbent source of a solution that existed before the search.
+constexpr int kStartPointCode = 14;
 
 // Node flags.
 constexpr uint8_t kInList = 1, kInHeap = 2, kBenign = 4, kDead = 0x20, kChild0 = 0x40,

@@ -67,7 +67,10 @@ void print_banner(BnbRecord& b, int mode, int code) {
   const unsigned br = static_cast<unsigned>(b.n_branches);
   const unsigned nodes = static_cast<unsigned>(std::max(0, b.n_active));
   const unsigned lps = static_cast<unsigned>(b.n_lps);
-  const char* tag = mode == 1 ? incumbent_tag(code) : "";
+  const bool first = b.log_lines == 1;
+  const char* tag = mode == 1 ? incumbent_tag(code)
+                    : (first && b.has_incumbent && b.incumbent_code == kStartPointCode) ? "(*H)"
+                                                                                        : "";
   std::string note;
   if (b.has_incumbent && b.aopt_time >= 0 && t < b.aopt_time) {
     char buf[32];

@@ -262,7 +262,7 @@ int bnb_update_ipsol(BnbRecord& b, double obj, const std::vector<double>& x, int
     cb = m.cb.mipFunc(&m, m.cb.mipData, obj, const_cast<double*>(x.data()));
     m.callLevel = saved;
   }
-  print_banner(b, 1, code);
+  if (code != kStartPointCode) print_banner(b, 1, code);
   b.last_sol_lp = b.n_lps;
   b.active_at_last_sol = heap_size(b);
   if (cb != 0) {

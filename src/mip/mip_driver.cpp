@@ -185,6 +185,45 @@ void fill_solution_record(BnbRecord& b) {
   ms.rowStatus = lp.sol->rowStatus;
 }
 
+// A loaded MIP start point that is feasible becomes the resident incumbent; its report says
+// whether it was taken.
+int check_start_point(BnbRecord& b) {
+  Imodel& m = *b.model;
+  const std::vector<double>& x = m.start.mip;
+  if (static_cast<int>(x.size()) != b.n_vars) return 0;
+  const LinearData& d = m.lp;
+  double pinf = 0, iinf = 0;
+  std::vector<double> act(static_cast<size_t>(b.n_cons), 0.0);
+  for (int j = 0; j < b.n_vars; ++j) {
+    pinf = std::max({pinf, d.padL[j] - x[j], x[j] - d.padU[j]});
+    const int len = d.panAcols.empty() ? d.paiAcols[j + 1] - d.paiAcols[j] : d.panAcols[j];
+    for (int t = d.paiAcols[j]; t < d.paiAcols[j] + len; ++t) act[d.paiArows[t]] += d.padAcoef[t] * x[j];
+  }
+  for (int i = 0; i < b.n_cons; ++i) {
+    const double s = d.padB[i] - act[i];
+    const char t = d.pszConTypes[i];
+    if (t == 'E') pinf = std::max(pinf, std::fabs(s));
+    if (t == 'L') pinf = std::max(pinf, -s);
+    if (t == 'G') pinf = std::max(pinf, s);
+  }
+  for (int k = 0; k < b.ip.n_ints; ++k) {
+    const double v = x[static_cast<size_t>(b.ip.cols[k])];
+    iinf = std::max(iinf, std::fabs(v - std::round(v)));
+  }
+  double obj = d.dObjConst;
+  for (int j = 0; j < b.n_vars; ++j) obj += d.padC[j] * x[j];
+  const bool hurdle_ok = !b.use_cutoff || b.obj_sign * obj < b.obj_sign * b.cutoff_obj;
+  const bool ok = pinf <= b.feas_tol && iinf <= b.int_tol && hurdle_ok;
+  if (b.print_level > 0) {
+    QZlogmod(&m, 1, ok ? "\nStartpoint info (*):" : "\nStartpoint info (not feasible):");
+    QZlogmod(&m, 1, "\nObjvalue                         : %e  (startpoint)", obj);
+    QZlogmod(&m, 1, "\nInfeasibility of solution        : %2.1e", pinf);
+    QZlogmod(&m, 1, "\nInteger infeasibility of solution: %2.1e\n\n", iinf);
+  }
+  if (!ok) return 0;
+  return bnb_update_ipsol(b, obj, x, kStartPointCode);
+}
+
 // The root relaxation and its verdicts; returns the code that ends the run, or 0 to search.
 int bnb_root(BnbRecord& b, LpResult& root, bool* done) {
   *done = false;
@@ -251,6 +290,7 @@ int bnb_solve(BnbRecord& b) {
   b.n_active = 1;
   bnb_init_objective_lattice(b);
 
+  QZ_CALL(check_start_point(b));
   LpResult r;
   bool done = false;
   QZ_CALL(bnb_root(b, r, &done));
@@ -363,7 +403,10 @@ int solve_mip(Imodel& m, int* status, SearchDebug* debug) {
     }
   }
   if (rc == QZERR_NUMERIC_INSTABILITY && b.mip_status != 3) b.mip_status = 0;
-  if (b.model) fill_solution_record(b);
+  if (b.model) {
+    print_banner(b, 0, 0);  // the closing line of the log
+    fill_solution_record(b);
+  }
   ms.MIPstatus = final_status(b);
   ms.nSolutions = b.n_solutions;
   if (pl > 0 && b.term_code == 1 && b.lsol_state == 2)

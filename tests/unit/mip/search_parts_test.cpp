@@ -283,6 +283,29 @@ TEST_F(DriverTest, MaximizationLogAndRecordInTheModelSense) {
   QZdeleteModel(&m);
 }
 
+TEST_F(DriverTest, FeasibleStartPointStandsAsTheFirstIncumbent) {
+  struct Case {
+    std::vector<double> x;
+    const char* report;
+    bool tagged;
+  } cases[] = {{{1, 1}, "\nStartpoint info (*):", true},
+               {{3, 3}, "\nStartpoint info (not feasible):", false},
+               {{0.5, 1}, "\nStartpoint info (not feasible):", false}};
+  for (const Case& c : cases) {
+    QZmodel m = load(tiny(true));
+    LogCapture log;
+    QZsetModelLogfunc(m, capture, &log);
+    QZsetModelIntParameter(m, QZ_IPARAM_MIP_PRINTLEVEL, 2);
+    ASSERT_EQ(QZloadMIPVarStartPoint(m, c.x.data()), 0);
+    int status = 0;
+    ASSERT_EQ(QZsolveMIP(m, &status), 0);
+    EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
+    EXPECT_NE(log.text.find(c.report), std::string::npos) << log.text;
+    EXPECT_EQ(log.text.find("(*H)") != std::string::npos, c.tagged) << log.text;
+    QZdeleteModel(&m);
+  }
+}
+
 TEST_F(DriverTest, EdgeCasesOfTheFrame) {
   // An integer column whose bounds hold no integer: infeasible without an LP.
   MipData d = tiny(true);
