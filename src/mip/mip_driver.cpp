@@ -367,6 +367,9 @@ int solve_mip(Imodel& m, int* status, SearchDebug* debug) {
     ms.MIPstatus = QZ_STATUS_UNKNOWN;
     return QZERR_NOT_SUPPORTED;
   }
+  // No outside MIP solver is attached, and the enumerator-only solver type does not exist.
+  if (m.BandBPam.mip_xsolver == 3) return QZERR_XSOLVER_LIB_NOT_INSTALLED;
+  if (m.BandBPam.mip_solvertype == 2) return QZERR_NOT_SUPPORTED;
   const int pl = m.BandBPam.mip_printlevel;
   if (!has_integers(m) && pl > 0) QZlogmod(&m, 1, "\n\nThe problem is an LP.\n\n");
   if (pl > 0) {

@@ -183,6 +183,69 @@ TEST_F(WalkTest, SiblingMoveTouchesTwoChangesAndBoundsFollowThePath) {
   bnb_destroy_lp(b);
 }
 
+MipData tiny(bool integer);
+
+TEST_F(WalkTest, StrongBranchingLeavesBoundsAndBasisAsFound) {
+  QZmodel m = nullptr;
+  int rc = 0;
+  m = QZcreateModel(env_, &rc);
+  // max 3x + 2y, 2x + y <= 4.5, x + 2y <= 4.5: the root (1.5, 1.5) has four feasible sides.
+  MipData d = tiny(true);
+  d.c = {3, 2};
+  d.b = {4.5, 4.5};
+  d.vals = {2, 1, 1, 2};
+  ASSERT_EQ(d.load(m), 0);
+  quiet(m);
+  m->mipsol = std::make_unique<MipSol>();
+  BnbRecord b;
+  b.model = m;
+  b.n_vars = 2;
+  b.n_cons = 2;
+  b.obj_sign = -1;
+  IpData& ip = b.ip;
+  ip.n_ints = 2;
+  ip.cols = {0, 1};
+  ip.col2int = {0, 1};
+  ip.lb.assign(2, kIntNegInf);
+  ip.ub.assign(2, kIntInf);
+  ip.top_lb.assign(2, 0);
+  ip.top_ub.assign(2, 3);
+  ip.on_stack.assign(2, 0);
+  ip.pc_up.assign(2, 0);
+  ip.pc_down.assign(2, 0);
+  ip.n_up.assign(2, 0);
+  ip.n_down.assign(2, 0);
+  ip.flags.assign(2, 0);
+  ip.colsum.assign(2, 3);
+  ASSERT_EQ(bnb_create_lp(b), 0);
+  for (int k = 0; k < 2; ++k) bnb_stack_int(b, k);
+  int root = -1;
+  ASSERT_EQ(node_get_freeNode(b, &root), 0);
+  b.root_node = b.cur_node = b.prev_node = root;
+  LpResult r;
+  ASSERT_EQ(bnb_optimizeLP(b, true, -1, false, r), 0);
+  ASSERT_EQ(r.status, QZ_STATUS_BASIC_OPTIMAL);
+  bnb_read_lp_point(b);
+  ipdata_compute_fracs(b);
+  ASSERT_EQ(b.fracs.size(), 2u);
+  const std::vector<double> lo = b.lp->lp.padL, up = b.lp->lp.padU, x = b.x;
+  StrongResult sr;
+  ASSERT_EQ(node_strong_branch(b, b.obj_sign * r.obj, 0, sr), 0);
+  EXPECT_GE(sr.pick, 0);
+  EXPECT_FALSE(sr.changed);
+  EXPECT_EQ(ip.n_up[0] + ip.n_down[0] + ip.n_up[1] + ip.n_down[1], 4);  // every probe observed
+  EXPECT_EQ(b.lp->lp.padL, lo);
+  EXPECT_EQ(b.lp->lp.padU, up);
+  EXPECT_EQ(b.x, x);
+  // The node's LP comes back at once from the restored basis.
+  LpResult again;
+  ASSERT_EQ(bnb_optimizeLP(b, false, -1, false, again), 0);
+  EXPECT_NEAR(again.obj, r.obj, 1e-12);
+  EXPECT_EQ(again.iters, 0);
+  bnb_destroy_lp(b);
+  QZdeleteModel(&m);
+}
+
 TEST(PseudoCostTest, FirstObservationWholeThenSmoothedNegativeClipped) {
   Tree t(1);
   t.b.ip.pc_up.assign(1, 0);
@@ -348,6 +411,13 @@ TEST_F(DriverTest, EdgeCasesOfTheFrame) {
   EXPECT_EQ(QZsolveMIP(m, &status), QZERR_NOT_SUPPORTED);
   QZdeleteModel(&m);
   EXPECT_EQ(QZsolveMIP(nullptr, &status), QZERR_ILLEGAL_NULL_POINTER);
+  m = load(tiny(true));
+  QZsetModelIntParameter(m, QZ_IPARAM_MIP_SOLVERTYPE, 2);
+  EXPECT_EQ(QZsolveMIP(m, &status), QZERR_NOT_SUPPORTED);
+  QZsetModelIntParameter(m, QZ_IPARAM_MIP_SOLVERTYPE, 0);
+  QZsetModelIntParameter(m, QZ_IPARAM_MIP_XSOLVER, 3);
+  EXPECT_EQ(QZsolveMIP(m, &status), QZERR_XSOLVER_LIB_NOT_INSTALLED);
+  QZdeleteModel(&m);
 }
 
 }  // namespace
