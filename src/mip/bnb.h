@@ -138,7 +138,6 @@ struct BnbRecord {
   double root_obj = 0;  // min form
   std::vector<double> root_x, root_rc;  // root point and reduced costs (min form)
   bool root_rc_valid = false;
-  double root_prune_seen = kInf;
 
   // Tolerances.
   double int_tol = 1e-6, rel_opt_tol = 1e-6, abs_opt_tol = 0, perc_opt_tol = 1e-5,
@@ -175,7 +174,6 @@ struct BnbRecord {
   double switch_lp = 0, switch_branch = 0, bound_lp = 0, gap_limit = 0;
   int min_active = 0, rounds = 0, switches = 0;
   double ref_bound = -kInf;
-  double last_mark_bound = -kInf;
 
   // Stored bases, shared by a node and its children.
   std::vector<std::shared_ptr<std::vector<int>>> bases;
@@ -191,7 +189,6 @@ struct BnbRecord {
   // Limits.
   int sol_limit = -1;
   double branch_limit = -1, itr_limit = -1;
-  int err = 0;  // error that ends the loop
 
   // Watched optimal point (tests only); see SearchDebug.
   const std::vector<double>* debug_x = nullptr;
@@ -280,8 +277,8 @@ struct StrongResult {
 [[nodiscard]] int node_branchandSpawnChildren_no_fracs(BnbRecord& b, int node);
 // Top-level fixing by root reduced costs; -1 when nothing better can exist.
 [[nodiscard]] int bnb_rec_cost_fixing_ini(BnbRecord& b);
-// Local fixing at the current node by its reduced costs; returns the number of fixings.
-[[nodiscard]] int bnb_rec_cost_fixing(BnbRecord& b, int node, double z);
+// Local fixing at the current node by its reduced costs; `count` gets the number of fixings.
+[[nodiscard]] int bnb_rec_cost_fixing(BnbRecord& b, int node, double z, int* count);
 
 // --- search loop (bnb_loop.cpp, bnb_bounds.cpp, bnb_log.cpp) ---
 // `root_result` is the root LP already solved by the caller, or null.

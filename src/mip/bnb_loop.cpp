@@ -122,8 +122,8 @@ int process_node(BnbRecord& b, int cur, const LpResult* given) {
       close_node(b, cur, 1);
       return 0;
     }
-    const int fixed = bnb_rec_cost_fixing(b, cur, bound);
-    if (fixed < 0) return fixed == -2 ? QZERR_OUT_OF_MEMORY : 0;
+    int fixed = 0;
+    QZ_CALL(bnb_rec_cost_fixing(b, cur, bound, &fixed));
     if (fixed > 0) ipdata_compute_fracs(b);
     if (b.fracs.empty()) continue;
     jump_test(b, z, nf);

@@ -22,7 +22,8 @@ void ipdata_compute_fracs(BnbRecord& b) {
     if (l >= u) continue;
     const double x = b.x[static_cast<size_t>(b.ip.cols[k])];
     const double r = std::round(x);
-    if (std::fabs(x - r) <= b.int_tol) continue;
+    // Values beyond the int range cannot carry integer bounds; they count as integral.
+    if (std::fabs(x - r) <= b.int_tol || std::fabs(x) >= 2.0e9) continue;
     const double v = std::floor(x);
     b.fracs.push_back({k, x - v, static_cast<int>(v)});
   }

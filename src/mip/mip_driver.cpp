@@ -49,12 +49,16 @@ struct LpOwner {
   ~LpOwner() { bnb_destroy_lp(b); }
 };
 
+// Integer bounds beyond the int range stand for infinite ones (or, for a lower bound above it,
+// for one no integer meets).
 int round_int_lb(double v, double tol) {
   if (v <= -2.0e9) return kIntNegInf;
+  if (v >= 2.0e9) return kIntInf;
   return static_cast<int>(std::ceil(v - tol));
 }
 int round_int_ub(double v, double tol) {
   if (v >= 2.0e9) return kIntInf;
+  if (v <= -2.0e9) return kIntNegInf;
   return static_cast<int>(std::floor(v + tol));
 }
 

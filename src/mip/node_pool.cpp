@@ -282,7 +282,7 @@ int delay_key(BnbRecord& b, int node) {
     double d = 0;
     if (q.type == kModUpper && v > q.new_value) d = v - q.new_value;
     if (q.type == kModLower && v < q.new_value) d = q.new_value - v;
-    key += static_cast<int>(d + b.int_tol);
+    key += static_cast<int>(std::min(d + b.int_tol, 1.0e6));
   }
   (void)n;
   return key;

@@ -83,7 +83,8 @@ int bnb_rec_cost_fixing_ini(BnbRecord& b) {
   return 0;
 }
 
-int bnb_rec_cost_fixing(BnbRecord& b, int node, double z) {
+int bnb_rec_cost_fixing(BnbRecord& b, int node, double z, int* count) {
+  *count = 0;
   const BandBParams& prm = b.model->BandBPam;
   const double p = prm.mip_redcostfix_cutoff_tree;
   if (p <= 0 || b.feas_only) return 0;
@@ -102,7 +103,6 @@ int bnb_rec_cost_fixing(BnbRecord& b, int node, double z) {
   }
   k = std::min({k, p, 0.99999});
   const double t = obj_norm_slack(b, 1e-4);
-  int fixed = 0;
   IpData& ip = b.ip;
   for (int q = 0; q < ip.n_ints; ++q) {
     const double l = int_eff_lb(b, q), u = int_eff_ub(b, q);
@@ -115,19 +115,19 @@ int bnb_rec_cost_fixing(BnbRecord& b, int node, double z) {
     if (s < 0) continue;
     if (d > 0 && l > -kInf / 2 && std::fabs(x - l) <= 1e-9) {
       const double nu = l + static_cast<double>(s);
-      if (nu < u) {
+      if (nu < u && nu < kIntInf) {
         QZ_CALL(node_add_local_change(b, node, q, kIntNegInf, static_cast<int>(nu)));
-        ++fixed;
+        ++*count;
       }
     } else if (d < 0 && u < kInf / 2 && std::fabs(x - u) <= 1e-9) {
       const double nl = u - static_cast<double>(s);
-      if (nl > l) {
+      if (nl > l && nl > kIntNegInf) {
         QZ_CALL(node_add_local_change(b, node, q, static_cast<int>(nl), kIntInf));
-        ++fixed;
+        ++*count;
       }
     }
   }
-  return fixed;
+  return 0;
 }
 
 }  // namespace zento::mip
