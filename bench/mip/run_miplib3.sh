@@ -54,6 +54,8 @@ run_cbc() {  # $1 file, $2 extra options; prints: status obj nodes secs
   echo "cbc: $(cbc -quit 2>/dev/null | awk '/^Version/ {print $2; exit}') with -threads 0, once with defaults and once with"
   echo "-cuts off -heuristics off -preprocess off -presolve off (\"bare\")."
   echo
+  echo "zento nodes: branch count (node LPs including re-solves); cbc nodes: enumerated nodes."
+  echo
   echo "| model | optimum | zento status | zento obj | zento nodes | zento s | cbc nodes | cbc s | cbc bare nodes | cbc bare s |"
   echo "|---|---|---|---|---|---|---|---|---|---|"
 } > "$out"
@@ -64,8 +66,11 @@ for name in "${models[@]}"; do
   read -r zs zo zn zt <<< "$(run_zento "$f")"
   cn=-; ct=-; bn=-; bt=-
   if [ $have_cbc -eq 1 ]; then
-    read -r _ _ cn ct <<< "$(run_cbc "$f" "")"
-    read -r _ _ bn bt <<< "$(run_cbc "$f" "-cuts off -heuristics off -preprocess off -presolve off")"
+    read -r cs _ cn ct <<< "$(run_cbc "$f" "")"
+    read -r bs _ bn bt <<< "$(run_cbc "$f" "-cuts off -heuristics off -preprocess off -presolve off")"
+    # A run that did not prove optimality shows its time as a stop.
+    [ "$cs" = "Optimal" ] || ct="stopped ${ct}"
+    [ "$bs" = "Optimal" ] || bt="stopped ${bt}"
   fi
   echo "| $name | $opt | $zs | $zo | $zn | $zt | $cn | $ct | $bn | $bt |" >> "$out"
   echo "$name done" >&2

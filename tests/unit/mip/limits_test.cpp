@@ -109,6 +109,35 @@ TEST_F(LimitsTest, EachLimitReturnsItsCodeWithIncumbentAndBound) {
   EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
 }
 
+TEST_F(LimitsTest, GapTolerancesEndTheSearchEarlyAsOptimal) {
+  int status = 0;
+  ASSERT_EQ(QZsolveMIP(m_, &status), 0);
+  int full = 0;
+  double opt = 0;
+  QZgetInfo(m_, QZ_IINFO_MIP_BRANCHCOUNT, &full);
+  QZgetMIPObjective(m_, &opt);
+  struct Case {
+    int param;
+    double value;
+  } cases[] = {{QZ_DPARAM_MIP_RELOPTTOL, 0.05}, {QZ_DPARAM_MIP_ABSOPTTOL, 0.05 * opt}};
+  for (const Case& c : cases) {
+    double saved = 0;
+    QZgetModelDouParameter(m_, c.param, &saved);
+    QZsetModelDouParameter(m_, c.param, c.value);
+    ASSERT_EQ(QZsolveMIP(m_, &status), 0);
+    EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
+    int br = 0;
+    double obj = 0, bound = 0;
+    QZgetInfo(m_, QZ_IINFO_MIP_BRANCHCOUNT, &br);
+    QZgetMIPObjective(m_, &obj);
+    QZgetBestBounds(m_, nullptr, &bound);
+    EXPECT_LT(br, full);
+    EXPECT_LE(bound - obj, 0.05 * opt + 1e-6);
+    EXPECT_GE(bound, opt - 1e-6);
+    QZsetModelDouParameter(m_, c.param, saved);
+  }
+}
+
 TEST_F(LimitsTest, TimeLimitStopsAHardModel) {
   QZmodel hard = nullptr;
   int rc = 0;
