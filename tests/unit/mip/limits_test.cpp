@@ -2,6 +2,7 @@
 // feasible status; a host stop is QZERR_USER_INTERRUPT; parameters come back unchanged.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 #include <string>
@@ -184,6 +185,42 @@ TEST_F(LimitsTest, HostStopsAreUserInterrupts) {
   EXPECT_EQ(QZsolveMIP(m_, &status), QZERR_USER_INTERRUPT);
   EXPECT_EQ(found, 1);
   EXPECT_EQ(status, QZ_STATUS_FEASIBLE);
+}
+
+struct Offer {
+  std::vector<double> x;
+  int calls = 0;
+  std::string log;
+};
+
+int offer_once(QZmodel, void* data, double, double* primal) {
+  Offer* o = static_cast<Offer*>(data);
+  if (o->calls++ > 0) return 0;
+  std::copy(o->x.begin(), o->x.end(), primal);
+  return 1;
+}
+
+void keep_log(QZmodel, char* line, void* data) { static_cast<Offer*>(data)->log += line; }
+
+TEST_F(LimitsTest, HostSolutionIsAdoptedAsIncumbent) {
+  int status = 0;
+  ASSERT_EQ(QZsolveMIP(m_, &status), 0);
+  Offer offer;
+  offer.x.assign(25, 0.0);
+  QZgetMIPPrimalSolution(m_, offer.x.data());
+  double opt = 0;
+  QZgetMIPObjective(m_, &opt);
+  QZsetMIPCallbackInsMIPSol(m_, offer_once, &offer);
+  QZsetModelLogfunc(m_, keep_log, &offer);
+  QZsetModelIntParameter(m_, QZ_IPARAM_MIP_PRINTLEVEL, 2);
+  QZsetModelDouParameter(m_, QZ_DPARAM_CALLBACKFREQ, 0);
+  ASSERT_EQ(QZsolveMIP(m_, &status), 0);
+  EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
+  double obj = 0;
+  QZgetMIPObjective(m_, &obj);
+  EXPECT_EQ(obj, opt);
+  EXPECT_GE(offer.calls, 1);
+  EXPECT_NE(offer.log.find("(*USER)"), std::string::npos);
 }
 
 }  // namespace
