@@ -104,6 +104,7 @@ typedef struct Imodel* QZmodel;
 #include "zento_lp.h"
 #include "zento_modify.h"
 #include "zento_random.h"
+#include "zento_mip.h"
 
 #ifdef __cplusplus
 extern "C" {

@@ -142,7 +142,42 @@ int after_solve(QZenv env, QZmodel m, const Options& o) {
   return kSolved;
 }
 
+// A model with integer columns goes to the MIP entry; its log is the search's iteration log.
+int solve_mip(QZenv env, QZmodel m, const Options& o, double readSecs) {
+  const double t0 = now();
+  int status = QZ_STATUS_UNKNOWN;
+  const int rc = QZsolveMIP(m, &status);
+  const double secs = now() - t0;
+  const bool limit = rc == QZERR_TIME_LIMIT || rc == QZERR_ITER_LIMIT || rc == QZERR_BRANCH_LIMIT ||
+                     rc == QZERR_SOL_LIMIT || rc == QZERR_USER_INTERRUPT;
+  if (rc != 0 && !limit) {
+    std::printf("\nStatus     not solved (error %d: %s)\n", rc, message(env, rc).c_str());
+    std::printf("Time       %.2f s solve, %.2f s read\n", secs, readSecs);
+    return kSolveFailed;
+  }
+  if (rc != 0) std::printf("\nStopped    error %d: %s\n", rc, message(env, rc).c_str());
+  std::printf("\nStatus     %s\n", status_text(status));
+  double obj = 0, bound = 0;
+  if (QZgetMIPObjective(m, &obj) == 0)
+    std::printf("Objective  %.10e\n", obj);
+  else
+    std::printf("Objective  n/a\n");
+  if (QZgetBestBounds(m, nullptr, &bound) == 0) std::printf("Best bound %.10e\n", bound);
+  int branches = 0, lps = 0, iters = 0;
+  QZgetInfo(m, QZ_IINFO_MIP_BRANCHCOUNT, &branches);
+  QZgetInfo(m, QZ_IINFO_MIP_LPCOUNT, &lps);
+  QZgetInfo(m, QZ_IINFO_MIP_SIM_ITER, &iters);
+  std::printf("Search     %d branches, %d LPs, %d simplex iterations\n", branches, lps, iters);
+  std::printf("Time       %.2f s solve, %.2f s read\n", secs, readSecs);
+  const int out = after_solve(env, m, o);
+  if (out != kSolved) return out;
+  return rc == 0 && proven(status) ? kSolved : kNotProven;
+}
+
 int solve(QZenv env, QZmodel m, const Options& o, double readSecs) {
+  int nCont = 0, nBin = 0, nInt = 0;
+  QZgetVarTypeCount(m, &nCont, &nBin, &nInt);
+  if (nBin + nInt > 0) return solve_mip(env, m, o, readSecs);
   const double t0 = now();
   int status = QZ_STATUS_UNKNOWN;
   const int rc = QZoptimize(m, o.method, &status);
