@@ -11,6 +11,8 @@ constexpr size_t kBlockBytes = 0x280000;
 // Small files are read through a small first block; the full block comes with the first file
 // that fills it.
 constexpr size_t kFirstBlockBytes = 0x10000;
+// Inputs larger than this are read again from the stream at a rewind.
+constexpr size_t kKeepLimit = size_t{256} << 20;
 }
 
 LineReader::LineReader(Stream* s, const char* commentChars) : s_(s), comment_(commentChars) {}
@@ -28,14 +30,39 @@ bool LineReader::fill() {
   }
   if (qzs_ioerr(s_)) readFailed_ = true;
   if (fill_ < cap) eof_ = true;
+  if (collecting_) {
+    if (readFailed_ || kept_.size() + fill_ > kKeepLimit) {
+      collecting_ = false;
+      too_big_ = !readFailed_;
+      std::vector<char>().swap(kept_);
+    } else {
+      kept_.insert(kept_.end(), buf_.data(), buf_.data() + fill_);
+    }
+  }
   return fill_ > 0;
 }
 
 bool LineReader::rewind() {
+  line_ = 0;
+  if (!memory_ && collecting_ && eof_ && !readFailed_) {
+    // A pass went to the end: from now on the input is the kept copy.
+    buf_.swap(kept_);
+    std::vector<char>().swap(kept_);
+    collecting_ = false;
+    memory_ = true;
+  }
+  if (memory_) {
+    pos_ = 0;
+    fill_ = buf_.size();
+    eof_ = true;
+    return true;
+  }
+  // A pass that stopped short: its partial copy is of no use; the next pass collects anew.
+  std::vector<char>().swap(kept_);
+  collecting_ = keep_ && !too_big_ && !readFailed_;
   if (qzs_rewind(s_) != 0) return false;
   pos_ = fill_ = 0;
   eof_ = false;
-  line_ = 0;
   return true;
 }
 

@@ -144,6 +144,47 @@ TEST(MpsLines, MeasuresAndControlBytesAsAByteScan) {
   EXPECT_FALSE(reader.next(raw));
 }
 
+TEST(MpsLines, KeptInputRereadsTheSameLines) {
+  // Passes that stop short, run to the end, and run again from the kept copy: every pass
+  // sees the same lines with the same numbers, across block boundaries and a last line
+  // without its newline.
+  for (const size_t target : {size_t{500}, size_t{3} << 20}) {
+    std::string text;
+    std::vector<std::string> want;
+    std::vector<int> number;
+    int line = 0;
+    while (text.size() < target) {
+      ++line;
+      if (line % 7 == 0) {
+        text += "* note\n";
+        continue;
+      }
+      want.push_back(" L" + std::to_string(line) + (line % 40 ? " " : "") +
+                     std::string(static_cast<size_t>(line % 40), 'x'));
+      number.push_back(line);
+      text += want.back() + (line % 11 == 0 ? "\r\n" : "\n");
+    }
+    text += " tail";
+    want.push_back(" tail");
+    number.push_back(line + 1);
+    StreamPtr s(qzs_memopen(text.data(), text.size()));
+    LineReader reader(s.get(), "*");
+    reader.keep_for_rewind();
+    RawLine raw;
+    for (const size_t stop : {want.size() / 2, want.size(), want.size(), size_t{3}, want.size()}) {
+      for (size_t k = 0; k < stop; ++k) {
+        ASSERT_TRUE(reader.next(raw)) << target << " " << stop << " " << k;
+        std::string got(raw.text);
+        while (!got.empty() && got.back() == ' ') got.pop_back();
+        ASSERT_EQ(got, want[k]);
+        ASSERT_EQ(reader.line_number(), number[k]);
+      }
+      if (stop == want.size()) EXPECT_FALSE(reader.next(raw));
+      ASSERT_TRUE(reader.rewind());
+    }
+  }
+}
+
 TEST(MpsLines, LayoutVotesDoNotDependOnReusedScratch) {
   // Each line is voted on after a different predecessor in the same scratch lines; the vote
   // must equal the one with fresh scratch.
