@@ -15,7 +15,9 @@ typedef struct QZsample_s* QZsample;
 #define QZ_RG_DEFAULT -1  /* the Mersenne Twister */
 #define QZ_RG_SYSTEM 0    /* additive feedback generator of the C library's rand(), own state */
 #define QZ_RG_MRG32K3A 1  /* combined multiple recursive generator */
-#define QZ_RG_LCG_PAIR 2  /* two chained multiplicative steps on one 31-bit state */
+#define QZ_RG_LCG_PAIR 2  /* two chained multiplicative steps on one 31-bit state; its cycle
+                             depends on the seed and can be as short as ~10^5 draws: kept for
+                             reproducing old streams, not for long simulations */
 #define QZ_RG_SHUFFLE 3   /* two linear congruential generators with a shuffle table */
 #define QZ_RG_SUBTRACT 4  /* subtractive generator with a table of 55 */
 #define QZ_RG_LAGFIB 5    /* lagged subtraction on doubles */

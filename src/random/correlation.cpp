@@ -12,11 +12,12 @@
 // alternating projections with Dykstra's correction (mask bit 1 of QZ_IPARAM_SAMP_NCM_METHOD),
 // by clipping its eigenvalues and rescaling to unit diagonal (bit 4), and at last by raising
 // the diagonal in steps of QZ_DPARAM_SAMP_CDSINC (doubling) and rescaling. Matrices are small
-// (one row per sampler) and dense; eigenvalues come from cyclic Jacobi rotations.
+// (one row per sampler) and dense; Cholesky and eigenvalues come from LAPACK.
 #include <algorithm>
 #include <cmath>
 #include <numeric>
 
+#include "core/dense_lapack.h"
 #include "core/env.h"
 #include "core/errors.h"
 #include "random/sampler.h"
@@ -30,68 +31,25 @@ namespace {
 using Mat = std::vector<double>;  // row-major d x d
 
 bool cholesky(const Mat& a, int d, Mat& l) {
-  l.assign(static_cast<size_t>(d) * d, 0.0);
-  for (int j = 0; j < d; ++j) {
-    double s = a[j * d + j];
-    for (int k = 0; k < j; ++k) s -= l[j * d + k] * l[j * d + k];
-    if (!(s > 1e-12)) return false;
-    const double ljj = std::sqrt(s);
-    l[j * d + j] = ljj;
-    for (int i = j + 1; i < d; ++i) {
-      double t = a[i * d + j];
-      for (int k = 0; k < j; ++k) t -= l[i * d + k] * l[j * d + k];
-      l[i * d + j] = t / ljj;
-    }
-  }
-  return true;
+  l = a;
+  return dense_cholesky(l, d, 1e-12);
 }
 
-// Symmetric eigen-decomposition by cyclic Jacobi: a = v diag(w) v'.
-void jacobi_eigen(Mat a, int d, std::vector<double>& w, Mat& v) {
-  v.assign(static_cast<size_t>(d) * d, 0.0);
-  for (int i = 0; i < d; ++i) v[i * d + i] = 1.0;
-  for (int sweep = 0; sweep < 100; ++sweep) {
-    double off = 0.0, tot = 0.0;
-    for (int i = 0; i < d; ++i) {
-      for (int j = 0; j < d; ++j) {
-        (i == j ? tot : off) += a[i * d + j] * a[i * d + j];
-      }
-    }
-    if (off <= 1e-30 * (tot + off) || off == 0.0) break;
-    for (int p = 0; p < d; ++p) {
-      for (int q = p + 1; q < d; ++q) {
-        const double apq = a[p * d + q];
-        if (apq == 0.0) continue;
-        const double theta = (a[q * d + q] - a[p * d + p]) / (2.0 * apq);
-        const double t = (theta >= 0 ? 1.0 : -1.0) / (std::fabs(theta) + std::sqrt(theta * theta + 1.0));
-        const double c = 1.0 / std::sqrt(t * t + 1.0), s = t * c;
-        for (int k = 0; k < d; ++k) {
-          const double akp = a[k * d + p], akq = a[k * d + q];
-          a[k * d + p] = c * akp - s * akq;
-          a[k * d + q] = s * akp + c * akq;
-        }
-        for (int k = 0; k < d; ++k) {
-          const double apk = a[p * d + k], aqk = a[q * d + k];
-          a[p * d + k] = c * apk - s * aqk;
-          a[q * d + k] = s * apk + c * aqk;
-        }
-        for (int k = 0; k < d; ++k) {
-          const double vkp = v[k * d + p], vkq = v[k * d + q];
-          v[k * d + p] = c * vkp - s * vkq;
-          v[k * d + q] = s * vkp + c * vkq;
-        }
-      }
-    }
+// Symmetric eigen-decomposition a = v diag(w) v'; a failed decomposition leaves a as it is.
+void sym_eigen(const Mat& a, int d, std::vector<double>& w, Mat& v) {
+  if (dense_sym_eigen(a, d, w, v)) return;
+  v.assign(a.size(), 0.0);
+  for (int i = 0; i < d; ++i) {
+    v[i * d + i] = 1.0;
+    w[i] = a[i * d + i];
   }
-  w.resize(d);
-  for (int i = 0; i < d; ++i) w[i] = a[i * d + i];
 }
 
 // Projection onto {eigenvalues >= floor}.
 Mat clip_eigen(const Mat& a, int d, double floor) {
   std::vector<double> w;
   Mat v;
-  jacobi_eigen(a, d, w, v);
+  sym_eigen(a, d, w, v);
   Mat out(static_cast<size_t>(d) * d, 0.0);
   for (int k = 0; k < d; ++k) {
     const double lam = std::max(w[k], floor);

@@ -223,3 +223,39 @@ TEST(Generators, FortranTwinsPassEverythingByReference) {
 }
 
 }  // namespace
+
+// Chi-square over 100 cells and the lag-1 serial correlation coefficient of 10^6 draws, for
+// every kind. The two chained steps of kind 2 do not form a full-period generator (the second
+// modulus is 2^31, not prime): its cycle depends on the seed and is only 10^5 draws or so,
+// so it is tested within one cycle, and the cycle itself is pinned below.
+TEST(Generators, MillionDrawsPassChiSquareAndSerialCorrelation) {
+  const int cells = 100;
+  for (int kind = 0; kind <= 6; ++kind) {
+    const int n = kind == QZ_RG_LCG_PAIR ? 250000 : 1000000;
+    const auto v = stream(kind, 20261123, n);
+    std::vector<double> count(cells, 0.0);
+    double sx = 0, sxx = 0, sxy = 0;
+    for (int i = 0; i < n; ++i) {
+      count[std::min(cells - 1, int(v[i] * cells))] += 1.0;
+      sx += v[i];
+      sxx += v[i] * v[i];
+      if (i > 0) sxy += v[i] * v[i - 1];
+    }
+    double chi2 = 0.0;
+    const double expect = double(n) / cells;
+    for (double c : count) chi2 += (c - expect) * (c - expect) / expect;
+    EXPECT_LT(chi2, 148.2) << kind;  // 99 degrees of freedom, 0.1% level
+    const double mean = sx / n, var = sxx / n - mean * mean;
+    const double r1 = (sxy / (n - 1) - mean * mean) / var;
+    EXPECT_LT(std::fabs(r1), 0.0035) << kind;  // 3.5 standard errors of 1/sqrt(n)
+  }
+}
+
+TEST(Generators, ChainedStepsKindHasASeedDependentShortCycle) {
+  struct Rho { int seed, tail, cycle; };
+  for (Rho r : {Rho{20261123, 217402, 275233}, Rho{12345, 34237, 64531}, Rho{1, 4724, 145474}}) {
+    const auto v = stream(QZ_RG_LCG_PAIR, r.seed, r.tail + r.cycle + 10);
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(v[r.tail + r.cycle + i], v[r.tail + i]) << r.seed;
+    EXPECT_NE(v[r.tail + r.cycle - 1], v[r.tail - 1]) << r.seed;  // the cycle starts there
+  }
+}

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <vector>
 
 #include "zento.h"
@@ -360,3 +361,49 @@ TEST_F(SamplerTest, StatisticsAndHistogram) {
 }
 
 }  // namespace
+
+namespace {
+
+struct Moments {
+  const char* name;
+  int code;
+  std::vector<double> par;
+  double mean, var;
+};
+
+}  // namespace
+
+// Latin hypercube samples of 10^5 points carry the law's mean and variance (textbook formulas
+// in the parameterisation of each law).
+TEST_F(SamplerTest, LatinHypercubeMomentsMatchTheLaw) {
+  const double pi = 3.14159265358979323846, euler = 0.57721566490153286;
+  const double g1 = std::tgamma(1.0 + 1.0 / 1.7), g2 = std::tgamma(1.0 + 2.0 / 1.7);
+  const std::vector<Moments> laws = {
+      {"beta", QZ_DIST_BETA, {2.0, 5.0}, 2.0 / 7.0, 10.0 / (49.0 * 8.0)},
+      {"gamma", QZ_DIST_GAMMA, {0.7, 2.0}, 1.4, 2.8},
+      {"chisq", QZ_DIST_CHI_SQUARE, {4.0}, 4.0, 8.0},
+      {"exp", QZ_DIST_EXPONENTIAL, {2.0}, 0.5, 0.25},
+      {"f", QZ_DIST_F, {5.0, 12.0}, 1.2, 2.0 * 144.0 * 15.0 / (5.0 * 100.0 * 8.0)},
+      {"gumbel", QZ_DIST_GUMBEL, {1.0, 2.0}, 1.0 + 2.0 * euler, pi * pi * 4.0 / 6.0},
+      {"laplace", QZ_DIST_LAPLACE, {0.5, 1.5}, 0.5, 2.0 * 2.25},
+      {"lognormal", QZ_DIST_LOGNORMAL, {0.0, 0.5}, std::exp(0.125),
+       std::expm1(0.25) * std::exp(0.25)},
+      {"logistic", QZ_DIST_LOGISTIC, {3.0, 1.0}, 3.0, pi * pi / 3.0},
+      {"normal", QZ_DIST_NORMAL, {5.0, 2.0}, 5.0, 4.0},
+      {"pareto", QZ_DIST_PARETO, {1.0, 5.0}, 1.25, 5.0 / (16.0 * 3.0)},
+      {"t", QZ_DIST_STUDENT_T, {6.0}, 0.0, 1.5},
+      {"uniform", QZ_DIST_UNIFORM, {-2.0, 2.0}, 0.0, 16.0 / 12.0},
+      {"weibull", QZ_DIST_WEIBULL, {1.7, 2.0}, 2.0 * g1, 4.0 * (g2 - g1 * g1)},
+  };
+  for (const Moments& law : laws) {
+    QZsample s = make(law.code, law.par);
+    ASSERT_EQ(QZsampGenerate(s, QZ_LATINSQUARE, 100000), 0) << law.name;
+    double mean = 0.0, var = 0.0;
+    ASSERT_EQ(QZsampGetInfo(s, QZ_DINFO_SAMP_MEAN, &mean), 0);
+    ASSERT_EQ(QZsampGetInfo(s, QZ_DINFO_SAMP_VAR, &var), 0);
+    const double sd = std::sqrt(law.var);
+    EXPECT_NEAR(mean, law.mean, 2e-3 * sd) << law.name;
+    EXPECT_NEAR(var, law.var, 0.02 * law.var) << law.name;
+    QZsampDelete(&s);
+  }
+}
