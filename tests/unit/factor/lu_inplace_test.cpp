@@ -161,7 +161,9 @@ TEST(InPlaceRowEtas, SparseVisitMatchesFullPass) {
     for (int k = 0; k < 4 * c.updates && done < c.updates; ++k) {
       int st = 0;
       if (random_replace(*lu, a, rbas, static_cast<int>(rng() % (a.n + a.m)), rng, &st) >= 0 && st == 0) ++done;
-      if (st != 0) ASSERT_EQ(QZI_lu_fact(*lu, rbas.data()), 0);
+      if (st != 0) {
+        ASSERT_EQ(QZI_lu_fact(*lu, rbas.data()), 0);
+      }
     }
     EXPECT_GT(done, c.updates / 2) << shape_name(c.shape);
     SpVec in(c.m);

@@ -179,7 +179,9 @@ TEST(MpsLines, KeptInputRereadsTheSameLines) {
         ASSERT_EQ(got, want[k]);
         ASSERT_EQ(reader.line_number(), number[k]);
       }
-      if (stop == want.size()) EXPECT_FALSE(reader.next(raw));
+      if (stop == want.size()) {
+        EXPECT_FALSE(reader.next(raw));
+      }
       ASSERT_TRUE(reader.rewind());
     }
   }
