@@ -58,7 +58,8 @@ def clp_result(out):
 
 
 def versions(zexe):
-    zv = subprocess.run([zexe, "-v"], capture_output=True, text=True).stdout.strip()
+    zv = (subprocess.run([zexe, "-v"], capture_output=True, text=True).stdout.strip().splitlines()
+          or ["?"])[0]
     cv = "?"
     try:
         cv = subprocess.run(["dpkg-query", "-W", "-f=${Version}", "coinor-clp"],
