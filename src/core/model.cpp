@@ -58,6 +58,7 @@ int create_model(QZenv env, Imodel** out) {
 void free_solver_memory(Imodel& m) {
   m.glp.reset();
   m.rowCopy.reset();
+  m.presolve.reset();
 }
 
 void free_hash_memory(Imodel& m) { m.nameHash = NameHash{}; }

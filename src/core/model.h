@@ -19,6 +19,10 @@ struct Glp;
 struct GlpDeleter {
   void operator()(Glp* g) const;
 };
+struct PresolveRecord;
+struct PresolveRecordDeleter {
+  void operator()(PresolveRecord* p) const;
+};
 }  // namespace zento
 
 namespace zento {
@@ -262,4 +266,6 @@ struct Imodel {
   std::vector<int> addScratch;
   // Columns added by QZaddArtColumns, in model numbering.
   std::vector<int> artCols;
+  // The reduced model and post stack of the LP presolve, kept for later solves.
+  std::unique_ptr<zento::PresolveRecord, zento::PresolveRecordDeleter> presolve;
 };

@@ -25,6 +25,7 @@ void apply_change_rule(Imodel& m, Change kind, bool keepSolver) {
       m.mipsol->MIPstatus = QZ_STATUS_UNKNOWN;
   }
   if (!keepSolver) free_solver_memory(m);
+  m.presolve.reset();
   if (kind == Change::kStructure) {
     m.rowCopy.reset();
     free_hash_memory(m);

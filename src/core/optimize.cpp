@@ -152,7 +152,8 @@ int QZoptimize_impl(Imodel& m, int nMethod, int* pnStatus) {
   SolveScope solveScope(m);
   CallScope scope{m, m.SplexPam.lp_prelevel, m.SplexPam.solver_iusol,
                   m.SolverPam.ipm_num_threads};
-  if (m.SplexPam.lp_prelevel & kLowMemoryPresolve) m.SplexPam.lp_prelevel = 0;
+  // The low-memory route replaces the presolve stages; the LP path reads the bit alone.
+  if (m.SplexPam.lp_prelevel & kLowMemoryPresolve) m.SplexPam.lp_prelevel = kLowMemoryPresolve;
   const bool topLevel = !is_nested(m);
 
   int rc = 0;

@@ -12,6 +12,7 @@
 #include "core/load.h"
 #include "lp/simplex/explicit_dual.h"
 #include "lp/simplex/simplex.h"
+#include "presolve/presolve.h"
 
 namespace zento {
 
@@ -317,8 +318,11 @@ int QZIoptimizeDual(Imodel& m, int nMethod) {
 
 int QZoptimizeLP(Imodel& m, int nMethod) {
   if (!is_linear(m) && !m.NLPPam.nlp_solve_as_lp) return 0;
+  // Presolve: a reduced copy is solved in place of the model and its answer postsolved.
+  bool presolved = false;
+  const int prc = qzi_lp_presolve_path(m, nMethod, &presolved);
+  if (presolved) return prc;
   if (!is_nested(m) && is_linear(m) && QZI_choose_orient(m, nMethod)) return QZIoptimizeDual(m, nMethod);
-  // Presolve is not part of this build: the full model is solved as with presolve off.
   int rc = ydo_the_lp_opt(m, nMethod);
   if (rc == 0 && m.sol && m.sol->model_status == QZ_STATUS_INFORUNB && m.SplexPam.solver_iusol &&
       m.SplexPam.in_reopt == 0) {

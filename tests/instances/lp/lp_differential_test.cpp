@@ -2,8 +2,9 @@
 // ranged, E, G, L and N rows, degenerate right-hand sides, infeasible and unbounded cases)
 // are read through the MPS reader, solved by both simplex methods, written back by the
 // library's MPS writer and solved by `clp` and `glpsol`. Statuses must agree and optimal
-// objectives match to 1e-6 relative; every optimum also passes the KKT certificate. A peer
-// that is not installed is left out; with neither the test is skipped.
+// objectives match to 1e-6 relative; every optimum also passes the KKT certificate. The same
+// runs are made with presolve on, whose answers must also carry a basis of the full model. A
+// peer that is not installed is left out; with neither the test is skipped.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -257,13 +258,16 @@ TEST(LpDifferential, AgreesWithPeers) {
       peers.push_back(a.outcome);
       peerObj.push_back(a.obj * flip);
     }
-    // The third run asks for a definite verdict where the dual leaves "infeasible or unbounded".
-    for (int run = 0; run < 3; ++run) {
-      const int method = run == 0 ? QZ_METHOD_PSIMPLEX : QZ_METHOD_FREE;
+    // Runs 0-2 without presolve, 3-5 with it; the third of each asks for a definite verdict
+    // where the dual leaves "infeasible or unbounded".
+    for (int run = 0; run < 6; ++run) {
+      const int kind = run % 3;
+      const bool presolve = run >= 3;
+      const int method = kind == 0 ? QZ_METHOD_PSIMPLEX : QZ_METHOD_FREE;
       QZfreeSolverMemory(model);
       QZfreeSolutionMemory(model);
-      QZsetModelIntParameter(model, QZ_IPARAM_LP_PRELEVEL, 0);
-      QZsetModelIntParameter(model, QZ_IPARAM_SOLVER_IUSOL, run == 2 ? 1 : 0);
+      QZsetModelIntParameter(model, QZ_IPARAM_LP_PRELEVEL, presolve ? 254 : 0);
+      QZsetModelIntParameter(model, QZ_IPARAM_SOLVER_IUSOL, kind == 2 ? 1 : 0);
       int status = 0;
       rc = QZoptimize(model, method, &status);
       const Outcome ours = from_status(status);
@@ -271,7 +275,7 @@ TEST(LpDifferential, AgreesWithPeers) {
       ++counts[ours];
       std::string why;
       if (rc != 0) why = "error " + std::to_string(rc);
-      else if (!agrees(ours, peers) || (run == 2 && ours == kInfOrUnb))
+      else if (!agrees(ours, peers) || (kind == 2 && ours == kInfOrUnb))
         why = std::string("status ") + outcome_name(ours);
       if (why.empty() && ours == kOptimal) {
         double obj = 0;
@@ -279,8 +283,11 @@ TEST(LpDifferential, AgreesWithPeers) {
         for (size_t k = 0; k < peers.size(); ++k)
           if (std::fabs(obj - peerObj[k]) > 1e-6 * std::max(1.0, std::fabs(peerObj[k])))
             why = "objective " + std::to_string(obj) + " vs " + std::to_string(peerObj[k]);
-        const KktReport kkt = check_model(model, LpData::from_model(model));
+        const LpData data = LpData::from_model(model);
+        const KktReport kkt = check_model(model, data);
         if (why.empty() && !kkt.ok(1e-7)) why = "certificate: " + kkt.worst;
+        const KktReport basis = check_basis(model, data);
+        if (why.empty() && (basis.pinf > 1e-7 || basis.dinf > 1e-7)) why = "basis: " + basis.worst;
       }
       if (lp.forced == kInfeasible && ours != kInfeasible && ours != kInfOrUnb)
         why += " (built infeasible)";
@@ -299,9 +306,9 @@ TEST(LpDifferential, AgreesWithPeers) {
               compared, counts[kOptimal], counts[kInfeasible], counts[kUnbounded],
               counts[kInfOrUnb], mismatches);
   // The generator must produce every outcome, or the comparison proves little.
-  EXPECT_GT(counts[kOptimal], 150);
-  EXPECT_GT(counts[kInfeasible], 20);
-  EXPECT_GT(counts[kUnbounded] + counts[kInfOrUnb], 20);
+  EXPECT_GT(counts[kOptimal], 300);
+  EXPECT_GT(counts[kInfeasible], 40);
+  EXPECT_GT(counts[kUnbounded] + counts[kInfOrUnb], 40);
   QZdeleteEnv(&env);
   if (one) {
     std::printf("files kept in %s\n", dir);

@@ -1,7 +1,9 @@
 // The LP instance tables: every model read through the public MPS reader, solved with
-// presolve off by the primal and by the default (dual) method, and the feasible ones also
-// through their explicit dual; the status is compared with the table and an optimal answer
-// checked by a KKT certificate built from the model's own data.
+// presolve off by the primal and by the default (dual) method, the feasible ones also
+// through their explicit dual, and all with presolve on; the status is compared with the
+// table and an optimal answer checked by a KKT certificate built from the model's own data
+// and by a check of the basis that comes with it (a presolved answer's basis must also start
+// the model without presolve at its optimum).
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -35,6 +37,7 @@ struct Case {
   Row row;
   int method;
   bool through_dual = false;  // solved through its explicit dual
+  bool presolve = false;      // presolve on (default level)
 };
 
 std::vector<Row> read_table(const std::string& collection) {
@@ -69,12 +72,14 @@ std::vector<Case> cases(const std::string& collection) {
   // The explicit dual's route on the feasible collection.
   if (collection == "netlib")
     for (const Row& r : read_table(collection)) out.push_back({r, QZ_METHOD_FREE, true});
+  for (const Row& r : read_table(collection)) out.push_back({r, QZ_METHOD_FREE, false, true});
   return out;
 }
 
 std::string case_name(const ::testing::TestParamInfo<Case>& info) {
   std::string s = info.param.row.model +
-                  (info.param.through_dual ? "_dualmodel"
+                  (info.param.presolve       ? "_presolved"
+                   : info.param.through_dual ? "_dualmodel"
                    : info.param.method == QZ_METHOD_FREE ? "_default" : "_primal");
   for (char& c : s)
     if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
@@ -93,7 +98,9 @@ TEST_P(LpInstance, SolvesWithCertificate) {
   const std::string path =
       std::string(ZENTO_TEST_DATA) + "/" + c.row.collection + "/" + c.row.model + ".mps.gz";
   ASSERT_EQ(QZreadMPSFile(model, path.c_str(), QZ_MPS_AUTO), 0) << path;
-  ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_LP_PRELEVEL, 0), 0);
+  if (!c.presolve) {
+    ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_LP_PRELEVEL, 0), 0);
+  }
   if (c.through_dual) {
     ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_PROB_TO_SOLVE, 2), 0);
   }
@@ -104,9 +111,15 @@ TEST_P(LpInstance, SolvesWithCertificate) {
       std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
   int iters = 0;
   QZgetInfo(model, QZ_IINFO_SIM_ITER, &iters);
-  std::printf("%-10s %-9s status=%d iters=%d time=%.3f\n", c.row.model.c_str(),
-              c.through_dual ? "dualmodel" : c.method == QZ_METHOD_FREE ? "default" : "primal",
-              status, iters, secs);
+  int rdRows = 0, rdCols = 0, rdNnz = 0;
+  QZgetInfo(model, QZ_IINFO_NUM_RDCONS, &rdRows);
+  QZgetInfo(model, QZ_IINFO_NUM_RDVARS, &rdCols);
+  QZgetInfo(model, QZ_IINFO_NUM_RDNONZ, &rdNnz);
+  std::printf("%-10s %-9s status=%d iters=%d time=%.3f reduced=%dx%d/%d\n", c.row.model.c_str(),
+              c.presolve       ? "presolved"
+              : c.through_dual ? "dualmodel"
+              : c.method == QZ_METHOD_FREE ? "default" : "primal",
+              status, iters, secs, rdRows, rdCols, rdNnz);
   EXPECT_EQ(rc, 0);
   if (c.row.status == "infeasible") {
     EXPECT_TRUE(status == QZ_STATUS_INFEASIBLE || status == QZ_STATUS_INFORUNB) << status;
@@ -126,6 +139,19 @@ TEST_P(LpInstance, SolvesWithCertificate) {
     EXPECT_LE(k.dinf, 1e-7) << k.worst;
     EXPECT_LE(k.compl_, 1e-7) << k.worst;
     EXPECT_LE(k.objgap, 1e-6) << k.worst;
+    // The basis that comes with the answer: m basics, values on their bounds, and a warm
+    // solve of the model from it without presolve stays where it is.
+    const KktReport b = check_basis(model, lp);
+    EXPECT_LE(b.pinf, 1e-7) << b.worst;
+    EXPECT_LE(b.dinf, 1e-7) << b.worst;
+    if (c.presolve) {
+      ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_LP_PRELEVEL, 0), 0);
+      ASSERT_EQ(QZoptimize(model, QZ_METHOD_PSIMPLEX, &status), 0);
+      int again = -1;
+      QZgetInfo(model, QZ_IINFO_SIM_ITER, &again);
+      EXPECT_EQ(status, QZ_STATUS_BASIC_OPTIMAL);
+      EXPECT_LE(again, 2) << "iterations from the postsolved basis";
+    }
   }
   QZdeleteModel(&model);
   QZdeleteEnv(&env);

@@ -2,6 +2,9 @@
 // a count of 0 is a no-op even with null arrays.
 #include <cmath>
 #include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "modify_util.h"
 
@@ -194,6 +197,112 @@ TEST_F(ModifyFixture, NullModelUnloadedModelAndZeroCounts) {
   }
   expect_same(snapshot(m), before);
   QZdeleteModel(&m);
+}
+
+// A list whose last entry is bad is refused as a whole: the good entries before it must not
+// have been applied.
+TEST_F(ModifyFixture, RefusalAtTheEndOfAListChangesNothing) {
+  const double nan = std::nan("");
+  const int r03[] = {0, 3}, r01[] = {0, 1}, c06[] = {0, 6}, c01[] = {0, 1}, c05[] = {0, 5};
+  const int r010[] = {0, 1, 0}, c56[] = {5, 6}, q0x[] = {-1, 3};
+  const double seven[] = {7, 7}, sevenNan[] = {7, nan}, sevenInf[] = {7, HUGE_VAL};
+  const int prioBad[] = {3, -1};
+  const double scBad[] = {1, -1};
+  const std::vector<Bad> cases = {
+      {"coefficients, last row out of range", false, [&](QZmodel m) { const int r[] = {1, 3}; return QZmodifyAj(m, 0, 2, r, seven); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"coefficients, last value NaN", false, [&](QZmodel m) { const int r[] = {1, 2}; return QZmodifyAj(m, 0, 2, r, sevenNan); }, QZERR_ERROR_IN_INPUT},
+      {"entry deletion, last row out of range", false, [&](QZmodel m) { return QZdeleteAj(m, 0, 2, r03); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"rhs, last row out of range", false, [&](QZmodel m) { return QZmodifyRHS(m, 2, r03, seven); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"rhs, last value NaN", false, [&](QZmodel m) { return QZmodifyRHS(m, 2, r01, sevenNan); }, QZERR_ERROR_IN_INPUT},
+      {"row types, last letter bad", false, [&](QZmodel m) { return QZmodifyConstraintType(m, 2, r01, "Nx"); }, QZERR_PARAM_OUT_OF_RANGE},
+      {"row types, last row out of range", false, [&](QZmodel m) { return QZmodifyConstraintType(m, 2, r03, "NN"); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"column types, last letter bad", false, [&](QZmodel m) { return QZmodifyVariableType(m, 2, c01, "IS"); }, QZERR_PARAM_OUT_OF_RANGE},
+      {"column types, last column out of range", false, [&](QZmodel m) { return QZmodifyVariableType(m, 2, c06, "II"); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"binary: first would clip its bounds, last is semi-continuous", false, [&](QZmodel m) { return QZmodifyVariableType(m, 2, c05, "BB"); }, QZERR_INPUT_OUT_OF_RANGE},
+      {"lower bounds, last column out of range", false, [&](QZmodel m) { return QZmodifyLowerBounds(m, 2, c06, seven); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"lower bounds, last value NaN", false, [&](QZmodel m) { return QZmodifyLowerBounds(m, 2, c01, sevenNan); }, QZERR_ERROR_IN_INPUT},
+      {"upper bounds, last column semi-continuous", false, [&](QZmodel m) { return QZmodifyUpperBounds(m, 2, c05, seven); }, QZERR_INPUT_OUT_OF_RANGE},
+      {"costs, last column out of range", false, [&](QZmodel m) { return QZmodifyObjective(m, 2, c06, seven); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"costs, last value infinite", false, [&](QZmodel m) { return QZmodifyObjective(m, 2, c01, sevenInf); }, QZERR_ERROR_IN_INPUT},
+      {"priorities, last negative", false, [&](QZmodel m) { return QZmodifyPriorities(m, 2, c01, prioBad); }, QZERR_INPUT_OUT_OF_RANGE},
+      {"semi-continuous, last column out of range", false, [&](QZmodel m) { return QZmodifySemiContVars(m, 2, c56, seven); }, QZERR_COLUMN_INDEX_OUT_OF_RANGE},
+      {"semi-continuous, last lower negative", false, [&](QZmodel m) { return QZmodifySemiContVars(m, 2, c05, scBad); }, QZERR_INPUT_OUT_OF_RANGE},
+      {"rows, second type bad", false, [&](QZmodel m) { return QZaddConstraints(m, 2, "LX", nullptr, nullptr, nullptr, nullptr, seven); }, QZERR_BAD_CONSTRAINT_TYPE},
+      {"rows, second row's column out of range", false, [&](QZmodel m) { const int rb[] = {0, 1, 2}, cc[] = {0, 6}; return QZaddConstraints(m, 2, "LG", nullptr, rb, seven, cc, seven); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"columns, second type bad", false, [&](QZmodel m) { return QZaddVariables(m, 2, "CS", nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr); }, QZERR_PARAM_OUT_OF_RANGE},
+      {"columns, second column's row out of range", false, [&](QZmodel m) { const int cb[] = {0, 1, 2}; return QZaddVariables(m, 2, nullptr, nullptr, cb, nullptr, seven, r03, nullptr, nullptr, nullptr); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"cones, second one's member taken", false, [&](QZmodel m) { const int b[] = {0, 1, 2}, cc[] = {5, 2}; return QZaddCones(m, 2, "QQ", nullptr, nullptr, b, cc); }, QZERR_COLUMN_INDEX_OUT_OF_RANGE},
+      {"cones, second one's member twice", false, [&](QZmodel m) { const int b[] = {0, 1, 3}, cc[] = {5, 4, 4}; return QZaddCones(m, 2, "QR", nullptr, nullptr, b, cc); }, QZERR_COLUMN_INDEX_OUT_OF_RANGE},
+      {"sets, second one's member out of range", false, [&](QZmodel m) { const char t[] = {1, 1}; const int b[] = {0, 1, 2}, cc[] = {0, 6}; return QZaddSETS(m, 2, t, nullptr, b, cc); }, QZERR_COLUMN_INDEX_OUT_OF_RANGE},
+      {"quadratic terms, last column out of range", true, [&](QZmodel m) { const int r[] = {0, 0}, a[] = {0, 0}, b[] = {1, 6}; return QZaddQCterms(m, 2, r, a, b, seven); }, QZERR_COLUMN_INDEX_OUT_OF_RANGE},
+      {"row deletion, last out of range", false, [&](QZmodel m) { return QZdeleteConstraints(m, 2, r03); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"row deletion, a row twice", false, [&](QZmodel m) { return QZdeleteConstraints(m, 3, r010); }, QZERR_DUPLICATE_INDEX},
+      {"cone deletion, last out of range", false, [&](QZmodel m) { const int k[] = {0, 2}; return QZdeleteCones(m, 2, k); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"set deletion, a set twice", false, [&](QZmodel m) { return QZdeleteSETS(m, 3, r010); }, QZERR_DUPLICATE_INDEX},
+      {"set deletion, last out of range", false, [&](QZmodel m) { const int k[] = {1, 2}; return QZdeleteSETS(m, 2, k); }, QZERR_INDEX_OUT_OF_RANGE},
+      {"semi-continuous deletion, last out of range", false, [&](QZmodel m) { return QZdeleteSemiContVars(m, 2, c56); }, QZERR_COLUMN_INDEX_OUT_OF_RANGE},
+      {"quadratic deletion, last row out of range", true, [&](QZmodel m) { return QZdeleteQCterms(m, 2, q0x); }, QZERR_ROW_INDEX_OUT_OF_RANGE},
+  };
+  for (const Bad& bad : cases) {
+    SCOPED_TRACE(bad.what);
+    QZmodel m = new_model();
+    build_rich(m, bad.withQuad);
+    const Snapshot before = snapshot(m);
+    EXPECT_EQ(bad.call(m), bad.code);
+    expect_same(snapshot(m), before);
+    QZdeleteModel(&m);
+  }
+}
+
+// A model with no data refuses every change but the additions with QZERR_NO_MODEL_LOADED and
+// stays unloaded.
+TEST_F(ModifyFixture, UnloadedModelRefusesEveryChange) {
+  const int i0[] = {0};
+  const double v[] = {1};
+  const char t[] = {1};
+  const int b01[] = {0, 1};
+  const std::vector<std::pair<const char*, std::function<int(QZmodel)>>> calls = {
+      {"Aij", [&](QZmodel m) { return QZmodifyAij(m, 0, 0, 1.0); }},
+      {"Aj", [&](QZmodel m) { return QZmodifyAj(m, 0, 1, i0, v); }},
+      {"deleteAj", [&](QZmodel m) { return QZdeleteAj(m, 0, 1, i0); }},
+      {"rhs", [&](QZmodel m) { return QZmodifyRHS(m, 1, i0, v); }},
+      {"row types", [&](QZmodel m) { return QZmodifyConstraintType(m, 1, i0, "L"); }},
+      {"column types", [&](QZmodel m) { return QZmodifyVariableType(m, 1, i0, "I"); }},
+      {"lower", [&](QZmodel m) { return QZmodifyLowerBounds(m, 1, i0, v); }},
+      {"upper", [&](QZmodel m) { return QZmodifyUpperBounds(m, 1, i0, v); }},
+      {"costs", [&](QZmodel m) { return QZmodifyObjective(m, 1, i0, v); }},
+      {"constant", [&](QZmodel m) { return QZmodifyObjConstant(m, 1.0); }},
+      {"semi-continuous", [&](QZmodel m) { return QZmodifySemiContVars(m, 1, i0, v); }},
+      {"cone", [&](QZmodel m) { return QZmodifyCone(m, 'Q', 0, 1, i0, 0); }},
+      {"set", [&](QZmodel m) { return QZmodifySET(m, 1, 0, 1, i0); }},
+      {"priorities", [&](QZmodel m) { return QZmodifyPriorities(m, 1, i0, i0); }},
+      {"empty spaces", [&](QZmodel m) { return QZaddEmptySpacesAcolumns(m, i0); }},
+      {"quadratic terms", [&](QZmodel m) { return QZaddQCterms(m, 1, i0, i0, i0, v); }},
+      {"artificial columns", [&](QZmodel m) { return QZaddArtColumns(m, 0, 0); }},
+      {"artificial columns removed", [&](QZmodel m) { return QZdelArtColumns(m, 0); }},
+      {"row deletion", [&](QZmodel m) { return QZdeleteConstraints(m, 1, i0); }},
+      {"column deletion", [&](QZmodel m) { return QZdeleteVariables(m, 1, i0); }},
+      {"cone deletion", [&](QZmodel m) { return QZdeleteCones(m, 1, i0); }},
+      {"set deletion", [&](QZmodel m) { return QZdeleteSETS(m, 1, i0); }},
+      {"semi-continuous deletion", [&](QZmodel m) { return QZdeleteSemiContVars(m, 1, i0); }},
+      {"quadratic deletion", [&](QZmodel m) { return QZdeleteQCterms(m, 1, i0); }},
+      {"sets added on no columns", [&](QZmodel m) { return QZaddSETS(m, 1, t, nullptr, b01, i0); }},
+      {"cones added on no columns", [&](QZmodel m) { return QZaddCones(m, 1, "Q", nullptr, nullptr, b01, i0); }},
+  };
+  for (const auto& [what, call] : calls) {
+    SCOPED_TRACE(what);
+    QZmodel m = new_model();
+    const int rc = call(m);
+    // Additions of parts that need columns may say so by their own range code.
+    if (std::string(what).find("added") != std::string::npos)
+      EXPECT_TRUE(rc == QZERR_NO_MODEL_LOADED || rc == QZERR_COLUMN_INDEX_OUT_OF_RANGE) << rc;
+    else
+      EXPECT_EQ(rc, QZERR_NO_MODEL_LOADED);
+    int state = 0;
+    EXPECT_EQ(QZgetInfo(m, QZ_IINFO_MODEL_STATUS, &state), 0);
+    EXPECT_EQ(state, QZ_STATUS_UNLOADED);
+    QZdeleteModel(&m);
+  }
 }
 
 }  // namespace

@@ -53,7 +53,9 @@ TEST_F(ModifyFixture, ArtificialColumnsCoverViolatedRowsAndLeaveAgain) {
   EXPECT_EQ(s.c[2], -1e8);  // a penalty against the maximisation
   EXPECT_EQ(s.lo[3], 0.0);
   EXPECT_EQ(s.up[3], QZ_INFINITY);
+  // A second addition is refused and leaves the first one's columns as they are.
   EXPECT_EQ(QZaddArtColumns(m, 0, 5), QZERR_ART_COLUMNS_PRESENT);
+  expect_same(snapshot(m), s);
   ASSERT_EQ(QZdelArtColumns(m, 0), 0);
   expect_same(snapshot(m), before);
   EXPECT_EQ(QZdelArtColumns(m, 0), QZERR_INFO_NOT_AVAILABLE);

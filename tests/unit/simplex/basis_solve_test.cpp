@@ -43,6 +43,8 @@ void solve(Solved& s, uint64_t seed, int method, int scale) {
   s.lp = make_planted(seed, o);
   ASSERT_EQ(s.lp.load(s.model), 0);
   ASSERT_EQ(QZsetModelIntParameter(s.model, QZ_IPARAM_LP_SCALE, scale), 0);
+  // Solves with the final basis need the model's own simplex record: presolve off.
+  ASSERT_EQ(QZsetModelIntParameter(s.model, QZ_IPARAM_LP_PRELEVEL, 0), 0);
   int status = 0;
   ASSERT_EQ(QZoptimize(s.model, method, &status), 0);
   ASSERT_EQ(status, QZ_STATUS_BASIC_OPTIMAL);
@@ -154,6 +156,7 @@ TEST(BasisSolveErrors, CodesForBadCallsAndNoBasis) {
             QZERR_INFO_NOT_AVAILABLE);
   EXPECT_EQ(QZdoDenseBTRAN(model, dense.data(), oval.data()), QZERR_INFO_NOT_AVAILABLE);
   int status = 0;
+  ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_LP_PRELEVEL, 0), 0);
   ASSERT_EQ(QZoptimize(model, QZ_METHOD_FREE, &status), 0);
   EXPECT_EQ(QZdoFTRAN(model, -1, idx.data(), val.data(), &onnz, oidx.data(), oval.data()),
             QZERR_INDEX_OUT_OF_RANGE);

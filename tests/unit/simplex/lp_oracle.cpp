@@ -286,4 +286,56 @@ KktReport check_model(QZmodel model, const LpData& lp) {
   return check_kkt(lp, x, y, d, s, obj);
 }
 
+KktReport check_basis(QZmodel model, const LpData& lp) {
+  std::vector<double> x(lp.n), y(lp.m), d(lp.n), s(lp.m);
+  std::vector<int> cst(lp.n), rst(lp.m);
+  KktReport r;
+  if (QZgetPrimalSolution(model, x.data()) || QZgetDualSolution(model, y.data()) ||
+      QZgetReducedCosts(model, d.data()) || QZgetSlacks(model, s.data()) ||
+      QZgetBasis(model, cst.data(), rst.data())) {
+    r.pinf = 1e30;
+    r.worst = "basis not available";
+    return r;
+  }
+  char buf[160];
+  auto note = [&](double& slot, double v, const char* what, int k) {
+    if (v > slot) {
+      slot = v;
+      std::snprintf(buf, sizeof buf, "%s %d: %.3e", what, k, v);
+      r.worst = buf;
+    }
+  };
+  double cmag = 1, ymag = 1;
+  for (int j = 0; j < lp.n; ++j) cmag = std::max(cmag, std::fabs(lp.c[j]));
+  for (int i = 0; i < lp.m; ++i) ymag = std::max(ymag, std::fabs(y[i]));
+  int basics = 0;
+  for (int j = 0; j < lp.n; ++j) {
+    const double scale = 1 + std::fabs(x[j]);
+    switch (cst[j]) {
+      case QZ_BASTYPE_ATLO: note(r.pinf, std::fabs(x[j] - lp.lo[j]) / scale, "column off its lower bound", j); break;
+      case QZ_BASTYPE_ATUP: note(r.pinf, std::fabs(x[j] - lp.up[j]) / scale, "column off its upper bound", j); break;
+      case QZ_BASTYPE_FNUL: note(r.pinf, std::fabs(x[j]), "free column off zero", j); break;
+      default:
+        if (cst[j] >= 0) {
+          ++basics;
+          note(r.dinf, std::fabs(d[j]) / (cmag + ymag), "basic column with a reduced cost", j);
+        }
+        break;
+    }
+  }
+  for (int i = 0; i < lp.m; ++i) {
+    if (rst[i] >= 0) {
+      ++basics;
+      note(r.dinf, std::fabs(y[i]) / (cmag + ymag), "basic row with a multiplier", i);
+    } else if (lp.types[i] == 'L' || lp.types[i] == 'G') {
+      note(r.pinf, std::fabs(s[i]) / (1 + std::fabs(lp.b[i])), "nonbasic row not tight", i);
+    }
+  }
+  if (basics != lp.m) {
+    r.pinf = 1e30;
+    r.worst = "basics " + std::to_string(basics) + " of " + std::to_string(lp.m);
+  }
+  return r;
+}
+
 }  // namespace zento::test

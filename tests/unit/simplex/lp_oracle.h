@@ -55,4 +55,9 @@ KktReport check_kkt(const LpData& lp, const std::vector<double>& x, const std::v
 // Reads the solution of a solved model and checks it.
 KktReport check_model(QZmodel model, const LpData& lp);
 
+// Checks the basis that comes with a solution: m basic statuses, nonbasic columns on the
+// bound their status names and nonbasic inequalities tight (in `pinf`), zero reduced costs
+// of basic columns and zero multipliers of basic rows (in `dinf`), in relative measures.
+KktReport check_basis(QZmodel model, const LpData& lp);
+
 }  // namespace zento::test
