@@ -64,6 +64,19 @@ QZ_API int QZloadBlockStructure(QZmodel model, int nBlock, const int* panRblock,
 QZ_API int QZgetBlockStructure(QZmodel model, int* pnBlock, int* panRblock, int* panCblock,
                                int* pnType);
 
+/* LP and ZENTO text formats. The stream entries read `nStreamLen` bytes of text. Bit 0x400 of
+   QZ_IPARAM_COPY_MODE makes QZreadZENTOFile use the grammar reader QZreadZENTOFileX. After a
+   failed read QZgetFileError gives the line and the text "Error at line %d.". */
+QZ_API int QZreadLPFile(QZmodel model, const char* pszFname);
+QZ_API int QZreadLPStream(QZmodel model, const char* pszStream, int nStreamLen);
+QZ_API int QZreadZENTOFile(QZmodel model, const char* pszFname);
+QZ_API int QZreadZENTOStream(QZmodel model, const char* pszStream, int nStreamLen);
+QZ_API int QZreadZENTOFileX(QZmodel model, const char* pszFname);
+QZ_API int QZwriteZENTOFile(QZmodel model, const char* pszFname);
+/* The dual model in ZENTO format; nObjSense 1 negates the dual's costs, -1 keeps them. */
+QZ_API int QZwriteDualZENTOFile(QZmodel model, const char* pszFname, int nObjSense);
+QZ_API int QZwriteMARLOFile(QZmodel model, const char* pszFname);
+
 /* Fortran-style twins: every scalar and handle by reference. */
 QZ_API int qzreadmpsfile_(QZmodel* model, const char* pszFname, int* nFormat);
 QZ_API int qzreadmpsfilefr_(QZmodel* model, const char* pszFname, int* nFormat, int* nObjIndex, int* nKeepFreeRows);
@@ -79,6 +92,13 @@ QZ_API int qzwriteblockstructure_(QZmodel* model, const char* pszFname);
 QZ_API int qzloadblockstructure_(QZmodel* model, int* nBlock, const int* panRblock, const int* panCblock, int* nType);
 QZ_API int qzgetblockstructure_(QZmodel* model, int* pnBlock, int* panRblock, int* panCblock, int* pnType);
 QZ_API int qzwritesolution_(QZmodel* model, const char* pszFname);
+QZ_API int qzreadlpfile_(QZmodel* model, const char* pszFname);
+QZ_API int qzreadlpstream_(QZmodel* model, const char* pszStream, int* nStreamLen);
+QZ_API int qzreadzentofile_(QZmodel* model, const char* pszFname);
+QZ_API int qzreadzentostream_(QZmodel* model, const char* pszStream, int* nStreamLen);
+QZ_API int qzwritezentofile_(QZmodel* model, const char* pszFname);
+QZ_API int qzwritedualzentofile_(QZmodel* model, const char* pszFname, int* nObjSense);
+QZ_API int qzwritemarlofile_(QZmodel* model, const char* pszFname);
 QZ_API int qzwritesolutionoftype_(QZmodel* model, const char* pszFname, int* nFormat);
 
 #ifdef __cplusplus

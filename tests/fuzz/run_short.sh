@@ -3,15 +3,18 @@
 # each for a bounded time on a seed corpus made from the test data. A crash, a leak or a
 # sanitizer report fails the run; the input that caused it is kept under the build folder.
 #   run_short.sh [seconds for the MPS reader] [seconds for each side-file reader]
+#                [seconds for each text-format reader]
 set -euo pipefail
 root="$(cd "$(dirname "$0")/../.." && pwd)"
 mps_secs="${1:-30}"
 side_secs="${2:-6}"
+text_secs="${3:-10}"
 build="${ZENTO_FUZZ_BUILD:-$root/build-fuzz}"
 
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DZENTO_FUZZ=ON -DZENTO_BUILD_TESTS=OFF >/dev/null
-cmake --build "$build" --target fuzz_mps fuzz_start fuzz_priorities fuzz_block fuzz_basis
+cmake --build "$build" --target fuzz_mps fuzz_start fuzz_priorities fuzz_block fuzz_basis \
+  fuzz_lp fuzz_ltx fuzz_ltx_grammar
 
 work="$(mktemp -d -p "$( [ -w /dev/shm ] && echo /dev/shm || echo /tmp )")"
 export ZENTO_FUZZ_SCRATCH="$work"
@@ -48,5 +51,16 @@ for kind in start priorities block basis; do
   cp "$root/tests/fuzz/seeds/$kind/"* "$work/$kind/"
   "$build/tests/fuzz/fuzz_$kind" -max_total_time="$side_secs" -max_len=4096 \
     -artifact_prefix="$artifacts/$kind-" -print_final_stats=1 "$work/$kind" 2>&1 | tail -n 12
+done
+# Text formats: the LP files of the examples, and ZENTO files written from small models.
+mkdir -p "$work/lp" "$work/ltx"
+cp "$root"/tests/data/examples/*.lp "$root"/tests/instances/hostile/*.lp "$work/lp/"
+cp "$root"/tests/fuzz/seeds/ltx/* "$root"/tests/instances/hostile/*.ltx "$work/ltx/"
+for kind in lp ltx ltx_grammar; do
+  corpus="$work/ltx"
+  [ "$kind" = lp ] && corpus="$work/lp"
+  "$build/tests/fuzz/fuzz_$kind" -max_total_time="$text_secs" -max_len=8192 \
+    -dict="$root/tests/fuzz/text.dict" -artifact_prefix="$artifacts/$kind-" -print_final_stats=1 \
+    "$corpus" 2>&1 | tail -n 12
 done
 echo "fuzz run finished without findings"

@@ -54,8 +54,30 @@ int fail(QZenv env, int rc, const std::string& what, int exitCode) {
   return exitCode;
 }
 
+// The extension of the model file without a trailing ".gz", in lower case.
+std::string model_extension(std::string name) {
+  auto lower = [](std::string s) {
+    for (char& c : s)
+      if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return s;
+  };
+  if (name.size() > 3 && lower(name.substr(name.size() - 3)) == ".gz")
+    name.resize(name.size() - 3);
+  const size_t dot = name.find_last_of('.');
+  const size_t slash = name.find_last_of('/');
+  if (dot == std::string::npos || (slash != std::string::npos && dot < slash)) return "";
+  return lower(name.substr(dot));
+}
+
+int read_any(QZmodel m, const Options& o) {
+  const std::string ext = model_extension(o.model);
+  if (ext == ".lp") return QZreadLPFile(m, o.model.c_str());
+  if (ext == ".ltx") return QZreadZENTOFile(m, o.model.c_str());
+  return QZreadMPSFile(m, o.model.c_str(), o.mpsLayout);
+}
+
 int read_model(QZenv env, QZmodel m, const Options& o) {
-  const int rc = QZreadMPSFile(m, o.model.c_str(), o.mpsLayout);
+  const int rc = read_any(m, o);
   if (rc == 0) return kSolved;
   fail(env, rc, "cannot read " + o.model, kReadFailed);
   int line = 0;
@@ -80,6 +102,20 @@ int before_solve(QZenv env, QZmodel m, const Options& o) {
   if (!o.writeMps.empty()) {
     const int rc = QZwriteMPSFile(m, o.writeMps.c_str(), o.writeLayout);
     if (rc != 0) return fail(env, rc, "cannot write " + o.writeMps, kOutputFailed);
+  }
+  struct Writer {
+    const std::string& file;
+    int (*write)(QZmodel, const char*);
+  };
+  const Writer writers[] = {{o.writeLtx, QZwriteZENTOFile}, {o.writeMarlo, QZwriteMARLOFile}};
+  for (const Writer& w : writers) {
+    if (w.file.empty()) continue;
+    const int rc = w.write(m, w.file.c_str());
+    if (rc != 0) return fail(env, rc, "cannot write " + w.file, kOutputFailed);
+  }
+  if (!o.writeDualLtx.empty()) {
+    const int rc = QZwriteDualZENTOFile(m, o.writeDualLtx.c_str(), -1);
+    if (rc != 0) return fail(env, rc, "cannot write " + o.writeDualLtx, kOutputFailed);
   }
   if (!o.startFile.empty()) {
     const int rc = QZreadVarStartPoint(m, o.startFile.c_str());

@@ -44,10 +44,12 @@ bool parse_method(const char* s, int* id) {
 
 void print_help() {
   std::printf(
-      "Usage: runzento [options] model.mps[.gz] [NAME=VALUE ...]\n"
+      "Usage: runzento [options] model[.gz] [NAME=VALUE ...]\n"
       "\n"
-      "Reads an MPS model (plain or gzip, fixed or free layout), solves it and prints\n"
-      "the model size, the status, the objective, the iterations and the time.\n"
+      "Reads a model (plain or gzip), solves it and prints the model size, the status,\n"
+      "the objective, the iterations and the time. The format follows the extension:\n"
+      ".lp the LP format, .ltx the ZENTO format, anything else MPS (fixed or free).\n"
+      "Set QZ_IPARAM_COPY_MODE=1024 to read ZENTO files with the grammar reader.\n"
       "\n"
       "Solving:\n"
       "  -m, --method M        free (default), primal, dual, barrier, sprint, nlp, mip,\n"
@@ -69,6 +71,9 @@ void print_help() {
       "      --basis-format N  1 binary (default), 2 MPS matrix, 3 text, 4 coordinates\n"
       "      --write-mps F     write the model as MPS (.gz compresses)\n"
       "      --write-free      write the model in the free layout (default fixed)\n"
+      "      --write-ltx F     write the model in ZENTO format (.gz compresses)\n"
+      "      --write-dual-ltx F  write the dual of a linear model in ZENTO format\n"
+      "      --write-marlo F   write the model as MARLO text\n"
       "Output:\n"
       "  -p, --print-level N   library log level (0 silent); log lines go to the terminal\n"
       "  -q, --quiet           no library log, only the summary\n"
@@ -153,6 +158,15 @@ bool parse_options(int argc, char** argv, Options& o, std::string& error) {
     } else if (a == "--write-mps") {
       if (!value(&v)) return false;
       o.writeMps = v;
+    } else if (a == "--write-ltx") {
+      if (!value(&v)) return false;
+      o.writeLtx = v;
+    } else if (a == "--write-dual-ltx") {
+      if (!value(&v)) return false;
+      o.writeDualLtx = v;
+    } else if (a == "--write-marlo") {
+      if (!value(&v)) return false;
+      o.writeMarlo = v;
     } else if (a == "--write-free") {
       o.writeLayout = 0;
     } else if (!a.empty() && a[0] == '-') {

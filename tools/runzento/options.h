@@ -32,6 +32,7 @@ struct Options {
   std::string solutionFile;
   int solutionStyle = -1;  // -1: QZwriteSolution and the model's style parameter
   std::string readBasis, writeBasis, startFile, writeMps;
+  std::string writeLtx, writeDualLtx, writeMarlo;  // ZENTO, its dual, MARLO
   int basisFormat = 1;
   int writeLayout = 1;  // fixed
   bool help = false, version = false;
