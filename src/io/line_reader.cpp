@@ -1,6 +1,7 @@
 // Lines out of blocks.
 #include "io/line_reader.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace zento::io {
@@ -10,6 +11,8 @@ constexpr size_t kBlockBytes = 0x280000;
 // Small files are read through a small first block; the full block comes with the first file
 // that fills it.
 constexpr size_t kFirstBlockBytes = 0x10000;
+// Inputs larger than this are read again from the stream at a rewind.
+constexpr size_t kKeepLimit = size_t{256} << 20;
 }
 
 LineReader::LineReader(Stream* s, const char* commentChars) : s_(s), comment_(commentChars) {}
@@ -27,14 +30,39 @@ bool LineReader::fill() {
   }
   if (qzs_ioerr(s_)) readFailed_ = true;
   if (fill_ < cap) eof_ = true;
+  if (collecting_) {
+    if (readFailed_ || kept_.size() + fill_ > kKeepLimit) {
+      collecting_ = false;
+      too_big_ = !readFailed_;
+      std::vector<char>().swap(kept_);
+    } else {
+      kept_.insert(kept_.end(), buf_.data(), buf_.data() + fill_);
+    }
+  }
   return fill_ > 0;
 }
 
 bool LineReader::rewind() {
+  line_ = 0;
+  if (!memory_ && collecting_ && eof_ && !readFailed_) {
+    // A pass went to the end: from now on the input is the kept copy.
+    buf_.swap(kept_);
+    std::vector<char>().swap(kept_);
+    collecting_ = false;
+    memory_ = true;
+  }
+  if (memory_) {
+    pos_ = 0;
+    fill_ = buf_.size();
+    eof_ = true;
+    return true;
+  }
+  // A pass that stopped short: its partial copy is of no use; the next pass collects anew.
+  std::vector<char>().swap(kept_);
+  collecting_ = keep_ && !too_big_ && !readFailed_;
   if (qzs_rewind(s_) != 0) return false;
   pos_ = fill_ = 0;
   eof_ = false;
-  line_ = 0;
   return true;
 }
 
@@ -54,15 +82,25 @@ bool LineReader::take_line(RawLine& out) {
     const char* nl = static_cast<const char*>(std::memchr(start, '\n', avail));
     const size_t n = nl ? static_cast<size_t>(nl - start) : avail;
     any = true;
+    // Three simple passes instead of one with a branch per byte: control bytes (a carriage
+    // return counts as a blank), the last non-blank, and the copy of the kept head.
+    const unsigned char* u = reinterpret_cast<const unsigned char*>(start);
+    unsigned ctl = 0;  // bitwise, so that the loop vectorizes
     for (size_t k = 0; k < n; ++k) {
-      unsigned char c = static_cast<unsigned char>(start[k]);
-      if (c == '\r') c = ' ';
-      if (c < 32 && c != '\t') out.hasControl = true;
-      if (c == 127) out.hasControl = true;
-      ++length;
-      if (c != ' ' && c != '\t') out.fullLen = length;
-      if (out.len <= kMaxLineBytes) out.text[out.len++] = static_cast<char>(c);
+      const unsigned c = u[k];
+      ctl |= (static_cast<unsigned>(c < 32) & static_cast<unsigned>(c != '\t') &
+              static_cast<unsigned>(c != '\r')) |
+             static_cast<unsigned>(c == 127);
     }
+    if (ctl != 0) out.hasControl = true;
+    size_t last = n;
+    while (last > 0 && (u[last - 1] == ' ' || u[last - 1] == '\t' || u[last - 1] == '\r')) --last;
+    if (last > 0) out.fullLen = length + static_cast<long long>(last);
+    length += static_cast<long long>(n);
+    const size_t room = out.len <= kMaxLineBytes ? static_cast<size_t>(kMaxLineBytes + 1 - out.len) : 0;
+    const size_t take = std::min(n, room);
+    for (size_t k = 0; k < take; ++k) out.text[out.len + k] = start[k] == '\r' ? ' ' : start[k];
+    out.len += static_cast<int>(take);
     pos_ += n;
     if (nl) {
       ++pos_;

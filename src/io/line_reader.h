@@ -31,6 +31,10 @@ class LineReader {
   bool read_failed() const { return readFailed_; }
   // Starts again at the first byte.
   bool rewind();
+  // Keeps the bytes of the first pass (up to a limit) so that a rewind reads them from memory
+  // instead of the stream: a reader that passes over a compressed file three times inflates
+  // it once.
+  void keep_for_rewind() { keep_ = collecting_ = true; }
 
  private:
   bool fill();
@@ -43,6 +47,11 @@ class LineReader {
   bool eof_ = false;
   bool readFailed_ = false;
   int line_ = 0;
+  bool keep_ = false;        // asked to keep the input for rewinds
+  bool collecting_ = false;  // this pass copies its bytes to kept_
+  bool too_big_ = false;     // the input passed the limit: no more copies
+  bool memory_ = false;      // buf_ holds the whole input
+  std::vector<char> kept_;
 };
 
 }  // namespace zento::io

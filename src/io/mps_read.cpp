@@ -235,6 +235,7 @@ int mps_first_pass(MpsReader& r) {
 int mps_detect_layout(MpsReader& r, bool* fixed) {
   int state = kStart;
   bool sawFixedOnly = false;
+  MpsLine fx, fr;
   while (r.lines.next(r.raw)) {
     if (r.raw.hasControl || r.raw.fullLen > kMaxLineBytes) break;
     const char c = r.raw.text[0];
@@ -249,7 +250,7 @@ int mps_detect_layout(MpsReader& r, bool* fixed) {
       }
       continue;
     }
-    const int vote = fixed_layout_vote(r.raw, state);
+    const int vote = fixed_layout_vote(r.raw, state, fx, fr);
     if (vote < 0) {
       *fixed = false;
       return 0;

@@ -40,7 +40,7 @@ struct Indicator {
 };
 
 struct MpsReader {
-  MpsReader(Imodel& model, Stream* stream) : m(model), lines(stream) {}
+  MpsReader(Imodel& model, Stream* stream) : m(model), lines(stream) { lines.keep_for_rewind(); }
 
   Imodel& m;
   LineReader lines;

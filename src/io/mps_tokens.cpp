@@ -1,16 +1,28 @@
 // MPS tokenizers.
 #include "io/mps_tokens.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 namespace zento::io {
 
 namespace {
 
 bool is_blank(char c) { return c == ' ' || c == '\t'; }
+
+// Resets a line for the next tokenization. The text store is not cleared: every string the
+// tokenizers put there is terminated, and zeroing it per line cost more than the rest.
+void clear_line(MpsLine& out) {
+  std::fill(std::begin(out.f), std::end(out.f), nullptr);
+  std::fill(std::begin(out.word), std::end(out.word), nullptr);
+  out.ntok = 0;
+  out.nword = 0;
+  out.section = false;
+}
 
 // Splits into words; `comments` drops a word starting with '$' or '!' and all behind it.
 // Returns the word count, which may exceed `cap`; only `cap` pointers are stored.
@@ -126,13 +138,19 @@ const char* fixed_field(const RawLine& raw, int a, int b, char*& cursor) {
 
 constexpr int kFieldCols[7][2] = {{0, 0}, {1, 2}, {4, 11}, {14, 21}, {24, 35}, {39, 46}, {49, 60}};
 
-bool has_stray_bytes(const RawLine& raw) {
-  for (int k = 0; k < raw.len; ++k) {
-    if (is_blank(raw.text[k])) continue;
-    bool inside = false;
-    for (int f = 1; f <= 6 && !inside; ++f) inside = k >= kFieldCols[f][0] && k <= kFieldCols[f][1];
-    if (!inside) return true;
+// Whether a column of a fixed-layout line lies inside one of the six fields.
+struct FieldMask {
+  bool inside[kMaxLineBytes + 2] = {};
+  constexpr FieldMask() {
+    for (int f = 1; f <= 6; ++f)
+      for (int k = kFieldCols[f][0]; k <= kFieldCols[f][1]; ++k) inside[k] = true;
   }
+};
+constexpr FieldMask kFieldMask;
+
+bool has_stray_bytes(const RawLine& raw) {
+  for (int k = 0; k < raw.len; ++k)
+    if (!is_blank(raw.text[k]) && !kFieldMask.inside[k]) return true;
   return false;
 }
 
@@ -168,8 +186,88 @@ bool QZI_IsNumber(const char* token) {
   return true;
 }
 
+namespace {
+
+// Decimal syntax as strtod takes it on the characters QZI_IsNumber lets through: blanks, a
+// sign, digits with at most one point (one digit at least), then an optional exponent letter
+// (e, E, d, D), sign and digits. On success gives the mantissa digits as an integer when it
+// has at most 19 of them (`exact`), the power of ten it is scaled by, and the exponent's digit
+// count.
+struct DecimalParts {
+  bool negative = false;
+  bool exact = true;
+  unsigned long long mant = 0;
+  int scale = 0;
+  int exp_digits = 0;
+};
+
+bool decimal_syntax(const char* t, DecimalParts* d) {
+  while (*t == ' ' || *t == '\t') ++t;
+  if (*t == '+' || *t == '-') d->negative = *t++ == '-';
+  int digits = 0, sig = 0;
+  bool point = false;
+  for (;; ++t) {
+    if (*t >= '0' && *t <= '9') {
+      ++digits;
+      if (d->mant == 0 && *t == '0') {
+        if (point) --d->scale;
+        continue;
+      }
+      if (sig < 19) {
+        d->mant = d->mant * 10 + static_cast<unsigned>(*t - '0');
+        if (point) --d->scale;
+      } else {
+        d->exact = false;
+        if (!point) ++d->scale;
+      }
+      ++sig;
+    } else if (*t == '.' && !point) {
+      point = true;
+    } else {
+      break;
+    }
+  }
+  if (digits == 0) return false;
+  if (*t == 'e' || *t == 'E' || *t == 'd' || *t == 'D') {
+    ++t;
+    bool eneg = false;
+    if (*t == '+' || *t == '-') eneg = *t++ == '-';
+    int e = 0;
+    while (*t >= '0' && *t <= '9') {
+      if (e < 100000) e = e * 10 + (*t - '0');
+      ++d->exp_digits;
+      ++t;
+    }
+    if (d->exp_digits == 0) return false;
+    d->scale += eneg ? -e : e;
+  }
+  return *t == '\0';
+}
+
+}  // namespace
+
 bool parse_number(const char* token, double* value) {
   if (token == nullptr || *token == '\0' || !QZI_IsNumber(token)) return false;
+  // Most numbers of a model file are short decimals: their syntax decides, and the value is
+  // exact in double arithmetic when the mantissa and the power of ten both are (an integer
+  // below 2^53 times or over a power up to 10^22 rounds once, as strtod rounds). All others
+  // go through strtod.
+  DecimalParts d;
+  const size_t len = std::strlen(token);
+  if (len < 64 && decimal_syntax(token, &d)) {
+    if (value == nullptr && d.exp_digits <= 2) return true;
+    static constexpr double kPow10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    if (value != nullptr && d.exact && d.mant < (1ULL << 53) && d.scale >= -22 && d.scale <= 22) {
+      double v = static_cast<double>(d.mant);
+      v = d.scale >= 0 ? v * kPow10[d.scale] : v / kPow10[-d.scale];
+      *value = d.negative ? -v : v;
+      return true;
+    }
+  } else if (len < 64) {
+    return false;
+  }
   char buf[64];
   const size_t n = std::strlen(token);
   if (n >= sizeof buf) return false;
@@ -182,7 +280,7 @@ bool parse_number(const char* token, double* value) {
 }
 
 bool tokenize_free(const RawLine& raw, int state, MpsLine& out) {
-  out = MpsLine{};
+  clear_line(out);
   const char* tok[8] = {};
   const int n = split_words(raw, out.store, tok, 8, true);
   out.ntok = n;
@@ -203,7 +301,7 @@ bool tokenize_free(const RawLine& raw, int state, MpsLine& out) {
 }
 
 bool tokenize_fixed(const RawLine& raw, int state, MpsLine& out) {
-  out = MpsLine{};
+  clear_line(out);
   if (!is_blank(raw.text[0])) return fill_fixed_section(raw, out);
   if (state == kColumns && std::strstr(raw.text, "'MARKER'") != nullptr)
     return tokenize_free(raw, state, out);
@@ -216,10 +314,14 @@ bool tokenize_fixed(const RawLine& raw, int state, MpsLine& out) {
 }
 
 int fixed_layout_vote(const RawLine& raw, int state) {
+  MpsLine fx, fr;
+  return fixed_layout_vote(raw, state, fx, fr);
+}
+
+int fixed_layout_vote(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr) {
   if (!is_blank(raw.text[0])) return 0;
   if (state == kColumns && std::strstr(raw.text, "'MARKER'") != nullptr) return 0;
   if (has_stray_bytes(raw)) return -1;
-  MpsLine fx, fr;
   tokenize_fixed(raw, state, fx);
   auto num = [](const char* t) { return t == nullptr || parse_number(t, nullptr); };
   bool valid = true;

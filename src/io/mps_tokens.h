@@ -45,6 +45,8 @@ bool tokenize_fixed(const RawLine& raw, int state, MpsLine& out);
 // Whether a data line of `state` reads in the fixed layout and gives other fields in the free
 // one: the evidence for a fixed file with blanks in names. 1 fixed only, 0 either, -1 free only.
 int fixed_layout_vote(const RawLine& raw, int state);
+// The same with the caller's scratch lines, which a scan over a whole file reuses.
+int fixed_layout_vote(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr);
 
 // A number text: after leading blanks only digits, '+', '-', '.', 'e', 'E', 'd', 'D'; an
 // absent token passes. `parse_number` also needs the whole text to be one finite number.

@@ -136,6 +136,11 @@ class Slu final : public LuEngine {
 
   // Forrest-Tomlin row etas: row r_row_[k] -= sum r_val * x[r_idx].
   std::vector<int> r_start_, r_idx_, r_row_;
+  // The same etas by column: for each row, a chain through the eta entries that read it
+  // (entry q belongs to eta r_eta_of_[q]), so that a sparse vector visits only the etas its
+  // nonzeros reach. r_mark_ flags etas to visit; all clear between solves.
+  std::vector<int> r_head_, r_next_, r_eta_of_;
+  std::vector<char> r_mark_;
   std::vector<double> r_val_;
   // Product-form etas over slots (update type 0): column e_slot_[k] of the updated inverse.
   std::vector<int> e_start_, e_idx_, e_slot_;

@@ -377,6 +377,10 @@ int Slu::refactor(const int* rbas) {
   r_idx_.clear();
   r_val_.clear();
   r_row_.clear();
+  r_head_.assign(m_, -1);
+  r_next_.clear();
+  r_eta_of_.clear();
+  r_mark_.clear();
   e_start_.assign(1, 0);
   e_idx_.clear();
   e_val_.clear();

@@ -182,6 +182,14 @@ int Slu::ft_update(int slot, double pivcoe) {
   max_piv_ = std::max(max_piv_, std::fabs(d));
   umax_ = std::max(umax_, std::fabs(d));
   if (static_cast<int>(r_idx_.size()) > eta_begin) {
+    const int k = static_cast<int>(r_row_.size());
+    for (int q = eta_begin, e = static_cast<int>(r_idx_.size()); q < e; ++q) {
+      const int j = r_idx_[q];
+      r_eta_of_.push_back(k);
+      r_next_.push_back(r_head_[j]);
+      r_head_[j] = q;
+    }
+    r_mark_.push_back(0);
     r_row_.push_back(rp);
     r_start_.push_back(static_cast<int>(r_idx_.size()));
   }

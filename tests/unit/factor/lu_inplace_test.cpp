@@ -137,6 +137,65 @@ INSTANTIATE_TEST_SUITE_P(
              std::to_string(i.param.m) + (i.param.spvtol < 0.05 ? "_posorder" : "");
     });
 
+// Sparse right-hand sides after many updates visit only the row etas their nonzeros reach:
+// the solution must be the one of the same vector given dense (every eta visited), and solve
+// B x = b. A missed eta shows as an error of the size of the entries.
+TEST(InPlaceRowEtas, SparseVisitMatchesFullPass) {
+  struct RowEtaCase {
+    Shape shape;
+    int m, updates;
+  };
+  for (const RowEtaCase c : {RowEtaCase{Shape::kHyperSparse, 400, 150}, RowEtaCase{Shape::kSlackMix, 300, 250},
+                             RowEtaCase{Shape::kBanded, 200, 120}, RowEtaCase{Shape::kBlock, 150, 90}}) {
+    std::mt19937 rng(911u + static_cast<unsigned>(c.m));
+    ColMatrix a = random_matrix(c.m, c.shape, c.m, rng);
+    std::vector<int> rbas = first_m_basis(a);
+    lu::LuOptions opt;
+    opt.lucore = lu::kLuCoreSlu;
+    opt.max_updates = c.updates + 10;
+    int err = 0;
+    auto lu = QZI_lu_create(c.m, opt, QZI_lu_datacol, &a.host, &err);
+    ASSERT_TRUE(lu) << err;
+    ASSERT_EQ(QZI_lu_fact(*lu, rbas.data()), 0);
+    int done = 0;
+    for (int k = 0; k < 4 * c.updates && done < c.updates; ++k) {
+      int st = 0;
+      if (random_replace(*lu, a, rbas, static_cast<int>(rng() % (a.n + a.m)), rng, &st) >= 0 && st == 0) ++done;
+      if (st != 0) {
+        ASSERT_EQ(QZI_lu_fact(*lu, rbas.data()), 0);
+      }
+    }
+    EXPECT_GT(done, c.updates / 2) << shape_name(c.shape);
+    SpVec in(c.m);
+    Scattered sparse(c.m), dense(c.m);
+    for (int trial = 0; trial < 60; ++trial) {
+      random_rhs(c.m, 1 + trial % 4, rng, &in);
+      sparse.load(in);
+      dense.load(in);
+      dense.n = -1;
+      ASSERT_EQ(QZI_lu_ftran_sv(*lu, sparse.ref(), 0, 0.0), 0);
+      ASSERT_EQ(QZI_lu_ftran_sv(*lu, dense.ref(), 0, 0.0), 0);
+      check_list(sparse, "sparse ftran");
+      std::vector<double> b = dense_of(in, c.m), xs(c.m, 0.0), xd(c.m, 0.0);
+      if (sparse.n >= 0) {
+        for (int t = 0; t < sparse.n; ++t) xs[sparse.idx[t]] = sparse.val[sparse.idx[t]];
+      } else {
+        xs = sparse.val;
+      }
+      if (dense.n >= 0) {
+        for (int t = 0; t < dense.n; ++t) xd[dense.idx[t]] = dense.val[dense.idx[t]];
+      } else {
+        xd = dense.val;
+      }
+      double scale = 1.0;
+      for (double v : xd) scale = std::max(scale, std::fabs(v));
+      for (int i = 0; i < c.m; ++i)
+        ASSERT_NEAR(xs[i], xd[i], 1e-10 * scale) << shape_name(c.shape) << " trial " << trial << " at " << i;
+      EXPECT_LT(ftran_residual(a, rbas, xs, b), 1e-9) << shape_name(c.shape) << " trial " << trial;
+    }
+  }
+}
+
 // A factor that is not usable leaves the caller's vector untouched.
 TEST(InPlaceErrors, UnfactoredLeavesVector) {
   ColMatrix a = [] {
