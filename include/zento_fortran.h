@@ -90,6 +90,9 @@ QZ_API int qzgetvartypecount_(QZmodel* model, int* pnCont, int* pnBin, int* pnIn
 QZ_API int qzoptimize_(QZmodel* model, int* nMethod, int* pnStatus);
 QZ_API int qzgetsolutionstatus_(QZmodel* model, int* pnStatus);
 QZ_API int qzgetmipsolutionstatus_(QZmodel* model, int* pnStatus);
+QZ_API int qzsolvemip_(QZmodel* model, int* pnStatus);
+QZ_API int qzbnbsolve_(QZmodel* model, int* pnStatus);
+QZ_API int qzgetbestbounds_(QZmodel* model, double* pdBestObj, double* pdBestBound);
 QZ_API int qzgetsolutioninfo_(QZmodel* model, int* pnMethod, int* pnElapsed, int* pnSpxIter, int* pnBarIter, int* pnNlpIter, int* pnPrimStatus, int* pnDualStatus, int* pnBasicStatus, double* pdPobj, double* pdDobj, double* pdPinf, double* pdDinf);
 QZ_API int qzgetprimalsolution_(QZmodel* model, double* padPrimal);
 QZ_API int qzgetdualsolution_(QZmodel* model, double* padDual);

@@ -87,6 +87,9 @@ int qzgetvartypecount_(QZmodel* model, int* pnCont, int* pnBin, int* pnInt) { re
 int qzoptimize_(QZmodel* model, int* nMethod, int* pnStatus) { return QZoptimize(*model, *nMethod, pnStatus); }
 int qzgetsolutionstatus_(QZmodel* model, int* pnStatus) { return QZgetSolutionStatus(*model, pnStatus); }
 int qzgetmipsolutionstatus_(QZmodel* model, int* pnStatus) { return QZgetMIPSolutionStatus(*model, pnStatus); }
+int qzsolvemip_(QZmodel* model, int* pnStatus) { return QZsolveMIP(*model, pnStatus); }
+int qzbnbsolve_(QZmodel* model, int* pnStatus) { return QZbnbSolve(*model, pnStatus); }
+int qzgetbestbounds_(QZmodel* model, double* pdBestObj, double* pdBestBound) { return QZgetBestBounds(*model, pdBestObj, pdBestBound); }
 int qzgetsolutioninfo_(QZmodel* model, int* pnMethod, int* pnElapsed, int* pnSpxIter, int* pnBarIter, int* pnNlpIter, int* pnPrimStatus, int* pnDualStatus, int* pnBasicStatus, double* pdPobj, double* pdDobj, double* pdPinf, double* pdDinf) { return QZgetSolutionInfo(*model, pnMethod, pnElapsed, pnSpxIter, pnBarIter, pnNlpIter, pnPrimStatus, pnDualStatus, pnBasicStatus, pdPobj, pdDobj, pdPinf, pdDinf); }
 int qzgetprimalsolution_(QZmodel* model, double* padPrimal) { return QZgetPrimalSolution(*model, padPrimal); }
 int qzgetdualsolution_(QZmodel* model, double* padDual) { return QZgetDualSolution(*model, padDual); }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "mip_oracle.h"
+#include "zento_fortran.h"
 
 namespace zento::test {
 namespace {
@@ -104,10 +105,19 @@ TEST_F(LimitsTest, EachLimitReturnsItsCodeWithIncumbentAndBound) {
     else
       QZsetModelIntParameter(m_, c.param, -1);
   }
-  // Without limits the same model is solved to optimality.
+  // Without limits the same model is solved to optimality, by the Fortran twins too.
   int status = 0;
   EXPECT_EQ(QZsolveMIP(m_, &status), 0);
   EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
+  double obj = 0, bound = 0;
+  ASSERT_EQ(QZgetBestBounds(m_, &obj, &bound), 0);
+  int fstatus = -1;
+  double fobj = 0, fbound = 0;
+  EXPECT_EQ(qzsolvemip_(&m_, &fstatus), 0);
+  EXPECT_EQ(fstatus, QZ_STATUS_OPTIMAL);
+  ASSERT_EQ(qzgetbestbounds_(&m_, &fobj, &fbound), 0);
+  EXPECT_EQ(fobj, obj);
+  EXPECT_EQ(fbound, bound);
 }
 
 TEST_F(LimitsTest, GapTolerancesEndTheSearchEarlyAsOptimal) {
