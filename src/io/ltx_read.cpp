@@ -228,31 +228,8 @@ int run(LtxMachine& r, const char* text, size_t len) {
 }
 
 int read_text(Imodel& m, const char* text, int len, const char* title) {
-  m.fileErrorLine = 0;
-  m.fileErrorText.clear();
-  if (len <= 0) {
-    QZlogmod(&m, text_printlevel(m) > 1, "\nLTX stream is too short.");
-    text_read_failed(m, 0);
-    return QZERR_BAD_MODEL_FILE;
-  }
-  LtxMachine r(m);
-  int rc = 0;
-  try {
-    rc = run(r, text, static_cast<size_t>(len));
-  } catch (const std::bad_alloc&) {
-    rc = QZERR_OUT_OF_MEMORY;
-  }
-  if (rc != 0) {
-    text_read_failed(m, r.line);
-    return rc;
-  }
-  if (m.names.title.empty()) {
-    char buf[64];
-    std::snprintf(buf, sizeof buf, "stream_%p", static_cast<const void*>(text));
-    m.names.title = title != nullptr ? title : buf;
-  }
-  m.modelSource = "ZENTO";
-  return 0;
+  return read_text_stream<LtxMachine>(m, text, len, title, "\nLTX stream is too short.", "ZENTO",
+      [](LtxMachine& r, const char* t, size_t n) { return run(r, t, n); });
 }
 
 }  // namespace

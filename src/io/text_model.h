@@ -3,9 +3,13 @@
 // types, and the hand-over to the model once the text is read.
 #pragma once
 
+#include <cstdio>
+#include <new>
 #include <string>
 #include <vector>
 
+#include "core/errors.h"
+#include "core/log.h"
 #include "core/model.h"
 #include "io/hashtable.h"
 #include "io/stream.h"
@@ -109,5 +113,37 @@ void text_read_failed(Imodel& m, int line);
 
 // The print level of the line machines: the larger of the LP and MIP print levels.
 int text_printlevel(const Imodel& m);
+
+// The frame of a stream read: checks, the line machine over the whole text, the file error on
+// failure, a title for an untitled model. `run(machine, text, len)` drives the machine.
+template <class Machine, class Run>
+int read_text_stream(Imodel& m, const char* text, int len, const char* title,
+                     const char* shortMsg, const char* source, Run run) {
+  m.fileErrorLine = 0;
+  m.fileErrorText.clear();
+  if (len <= 0) {
+    QZlogmod(&m, text_printlevel(m) > 1, shortMsg);
+    text_read_failed(m, 0);
+    return QZERR_BAD_MODEL_FILE;
+  }
+  Machine r(m);
+  int rc = 0;
+  try {
+    rc = run(r, text, static_cast<size_t>(len));
+  } catch (const std::bad_alloc&) {
+    rc = QZERR_OUT_OF_MEMORY;
+  }
+  if (rc != 0) {
+    text_read_failed(m, r.line);
+    return rc;
+  }
+  if (m.names.title.empty()) {
+    char buf[64];
+    std::snprintf(buf, sizeof buf, "stream_%p", static_cast<const void*>(text));
+    m.names.title = title != nullptr ? title : buf;
+  }
+  m.modelSource = source;
+  return 0;
+}
 
 }  // namespace zento::io

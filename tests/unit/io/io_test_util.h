@@ -62,6 +62,32 @@ inline std::string slurp(const std::string& path) {
   return ss.str();
 }
 
+// A row of a hostile-file table: file, reader or layout, expected code and line.
+struct HostileRow {
+  std::string file, kind;
+  int code = 0, line = 0;
+};
+
+inline std::vector<HostileRow> hostile_rows(const std::string& csv) {
+  std::vector<HostileRow> out;
+  std::ifstream in(instances_dir() + "/hostile/" + csv);
+  std::string row;
+  std::getline(in, row);
+  while (std::getline(in, row)) {
+    std::stringstream ss(row);
+    HostileRow c;
+    std::string code, line;
+    std::getline(ss, c.file, ',');
+    std::getline(ss, c.kind, ',');
+    std::getline(ss, code, ',');
+    std::getline(ss, line, ',');
+    c.code = std::stoi(code);
+    c.line = std::stoi(line);
+    out.push_back(c);
+  }
+  return out;
+}
+
 struct ManifestRow {
   std::string name, file;
   int rows = 0, cols = 0, nonzeros = 0, integers = 0;

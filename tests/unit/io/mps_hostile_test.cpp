@@ -11,30 +11,6 @@
 namespace zento::test {
 namespace {
 
-struct HostileCase {
-  std::string file, layout;
-  int code = 0, line = 0;
-};
-
-std::vector<HostileCase> hostile_table() {
-  std::vector<HostileCase> out;
-  std::ifstream in(instances_dir() + "/hostile/hostile.csv");
-  std::string row;
-  std::getline(in, row);
-  while (std::getline(in, row)) {
-    std::stringstream ss(row);
-    HostileCase c;
-    std::string code, line;
-    std::getline(ss, c.file, ',');
-    std::getline(ss, c.layout, ',');
-    std::getline(ss, code, ',');
-    std::getline(ss, line, ',');
-    c.code = std::stoi(code);
-    c.line = std::stoi(line);
-    out.push_back(c);
-  }
-  return out;
-}
 
 // Line `n` (from 1) of a file as QZgetFileError gives it: at most 255 bytes, CR as a blank.
 std::string line_of(const std::string& path, int n) {
@@ -61,14 +37,14 @@ int layout_of(const std::string& name) {
 
 TEST(MpsHostile, EachFileGivesItsErrorAndLine) {
   Env env;
-  const auto table = hostile_table();
+  const auto table = hostile_rows("hostile.csv");
   ASSERT_GE(table.size(), 30u);
   const std::string good = data_dir() + "/examples/tiny_lp.mps";
-  for (const HostileCase& c : table) {
-    SCOPED_TRACE(c.file + " " + c.layout);
+  for (const HostileRow& c : table) {
+    SCOPED_TRACE(c.file + " " + c.kind);
     const std::string path = instances_dir() + "/hostile/" + c.file;
     Model m(env.env);
-    EXPECT_EQ(QZreadMPSFile(m, path.c_str(), layout_of(c.layout)), c.code);
+    EXPECT_EQ(QZreadMPSFile(m, path.c_str(), layout_of(c.kind)), c.code);
     int line = -1;
     char text[300];
     ASSERT_EQ(QZgetFileError(m, &line, text), 0);

@@ -9,30 +9,6 @@
 namespace zento::test {
 namespace {
 
-struct TextCase {
-  std::string file, reader;
-  int code = 0, line = 0;
-};
-
-std::vector<TextCase> text_table() {
-  std::vector<TextCase> out;
-  std::ifstream in(instances_dir() + "/hostile/text_hostile.csv");
-  std::string row;
-  std::getline(in, row);
-  while (std::getline(in, row)) {
-    std::stringstream ss(row);
-    TextCase c;
-    std::string code, line;
-    std::getline(ss, c.file, ',');
-    std::getline(ss, c.reader, ',');
-    std::getline(ss, code, ',');
-    std::getline(ss, line, ',');
-    c.code = std::stoi(code);
-    c.line = std::stoi(line);
-    out.push_back(c);
-  }
-  return out;
-}
 
 int read_with(QZmodel m, const std::string& reader, const std::string& path) {
   if (reader == "lp") return QZreadLPFile(m, path.c_str());
@@ -42,18 +18,18 @@ int read_with(QZmodel m, const std::string& reader, const std::string& path) {
 
 TEST(TextHostile, EachFileGivesItsErrorAndLine) {
   Env env;
-  const auto table = text_table();
+  const auto table = hostile_rows("text_hostile.csv");
   ASSERT_GE(table.size(), 30u);
   const std::string goodLp = data_dir() + "/examples/all_constructs.lp";
   ScratchDir dir;
   const std::string goodLtx = dir.write("good.ltx", "MIN\n x\nST\n x > 1\nEND\n");
-  for (const TextCase& c : table) {
-    SCOPED_TRACE(c.file + " " + c.reader);
+  for (const HostileRow& c : table) {
+    SCOPED_TRACE(c.file + " " + c.kind);
     const std::string path = instances_dir() + "/hostile/" + c.file;
     Model m(env.env);
     QZsetModelIntParameter(m, QZ_IPARAM_LP_PRINTLEVEL, 0);
     QZsetModelIntParameter(m, QZ_IPARAM_MIP_PRINTLEVEL, 0);
-    EXPECT_EQ(read_with(m, c.reader, path), c.code);
+    EXPECT_EQ(read_with(m, c.kind, path), c.code);
     int line = -1;
     char text[QZ_FILE_ERROR_TEXT_MAXLEN];
     ASSERT_EQ(QZgetFileError(m, &line, text), 0);
@@ -64,7 +40,7 @@ TEST(TextHostile, EachFileGivesItsErrorAndLine) {
     }
     EXPECT_EQ(std::string(text), "Error at line " + std::to_string(c.line) + ".");
     // The model is left empty: it takes a good file.
-    EXPECT_EQ(read_with(m, c.reader, c.reader == "lp" ? goodLp : goodLtx), 0);
+    EXPECT_EQ(read_with(m, c.kind, c.kind == "lp" ? goodLp : goodLtx), 0);
   }
 }
 
