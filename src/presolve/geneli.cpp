@@ -79,25 +79,7 @@ int Presolver::eliminate_rec(int c, int r, int k) {
     if (!finite_up(tup)) tup = kInf;
     nlo = w.lo[k];
     nup = w.up[k];
-    if (tlo > nlo + 1e-12 * (1 + std::fabs(nlo))) {
-      nlo = tlo;
-      flags |= kLowerFromRemoved;
-    }
-    if (tup < nup - 1e-12 * (1 + std::fabs(nup))) {
-      nup = tup;
-      flags |= kUpperFromRemoved;
-    }
-    if (nlo > nup) {
-      if (nlo - nup > tol_infeas(std::max(std::fabs(nlo), std::fabs(nup)))) return infeasible();
-      // Crossed by rounding: one point, taken from the borrowed side.
-      if (flags & kUpperFromRemoved) {
-        nlo = nup;
-        flags &= ~kLowerFromRemoved;
-      } else {
-        nup = nlo;
-        flags &= ~kUpperFromRemoved;
-      }
-    }
+    if (!take_borrowed_bounds(tlo, tup, nlo, nup, flags)) return infeasible();
   }
   post_.push_int(c);
   post_.push_int(r);

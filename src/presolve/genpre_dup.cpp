@@ -140,24 +140,7 @@ int Presolver::genpre_dup_row() {
     }
     double nlo = w.lo[sr], nup = w.up[sr];
     int flags = 0;
-    if (tlo > nlo + 1e-12 * (1 + std::fabs(nlo))) {
-      nlo = tlo;
-      flags |= kLowerFromRemoved;
-    }
-    if (tup < nup - 1e-12 * (1 + std::fabs(nup))) {
-      nup = tup;
-      flags |= kUpperFromRemoved;
-    }
-    if (nlo > nup) {
-      if (nlo - nup > tol_infeas(std::max(std::fabs(nlo), std::fabs(nup)))) return infeasible();
-      if (flags & kUpperFromRemoved) {
-        nlo = nup;
-        flags &= ~kLowerFromRemoved;
-      } else {
-        nup = nlo;
-        flags &= ~kUpperFromRemoved;
-      }
-    }
+    if (!take_borrowed_bounds(tlo, tup, nlo, nup, flags)) return infeasible();
     post_.push_int(r);
     post_.push_int(q);
     post_.push_int(sr);
@@ -252,6 +235,30 @@ int Presolver::dup_col_pair(int j, int k, double lambda) {
   if (decide(j, k, lambda, delta)) return 1;
   if (!dual_on()) return 0;
   return decide(k, j, 1 / lambda, -delta / lambda);
+}
+
+bool Presolver::take_borrowed_bounds(double tlo, double tup, double& nlo, double& nup,
+                                     int& flags) const {
+  if (tlo > nlo + 1e-12 * (1 + std::fabs(nlo))) {
+    nlo = tlo;
+    flags |= kLowerFromRemoved;
+  }
+  if (tup < nup - 1e-12 * (1 + std::fabs(nup))) {
+    nup = tup;
+    flags |= kUpperFromRemoved;
+  }
+  if (nlo > nup) {
+    if (nlo - nup > tol_infeas(std::max(std::fabs(nlo), std::fabs(nup)))) return false;
+    // Crossed by rounding: one point, taken from the borrowed side.
+    if (flags & kUpperFromRemoved) {
+      nlo = nup;
+      flags &= ~kLowerFromRemoved;
+    } else {
+      nup = nlo;
+      flags &= ~kUpperFromRemoved;
+    }
+  }
+  return true;
 }
 
 }  // namespace zento::presolve

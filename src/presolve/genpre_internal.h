@@ -87,6 +87,9 @@ class Presolver {
   int infeasible();
   void dual_infeasible();
   double tol_infeas(double scale) const { return 10 * reps_ * (1 + std::fabs(scale)); }
+  // Tightens [nlo, nup] by bounds [tlo, tup] borrowed from a removed row, marking the sides
+  // taken in `flags`; bounds crossed by rounding meet at the borrowed side. False: infeasible.
+  bool take_borrowed_bounds(double tlo, double tup, double& nlo, double& nup, int& flags) const;
   double tol_tight(double scale) const { return 1e-2 * reps_ * (1 + std::fabs(scale)); }
   bool dual_on() const { return (level_ & kBitDual) && !rec_.dualInfeasible; }
 
