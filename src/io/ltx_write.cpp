@@ -112,21 +112,10 @@ std::vector<std::string> ltx_names(const Imodel& m, bool rows) {
 }
 
 void TextWriter::put(const char* fmt, ...) {
-  char small[1024];
   va_list ap;
   va_start(ap, fmt);
-  va_list copy;
-  va_copy(copy, ap);
-  const int n = std::vsnprintf(small, sizeof small, fmt, ap);
+  append_vformat(buf_, fmt, ap);
   va_end(ap);
-  if (n >= 0 && n < static_cast<int>(sizeof small)) {
-    buf_.append(small, static_cast<size_t>(n));
-  } else if (n > 0) {
-    std::vector<char> big(static_cast<size_t>(n) + 1);
-    std::vsnprintf(big.data(), big.size(), fmt, copy);
-    buf_.append(big.data(), static_cast<size_t>(n));
-  }
-  va_end(copy);
   if (buf_.size() > (1u << 20)) flush();
 }
 

@@ -298,4 +298,19 @@ void QZbreakPathName(const std::string& path, std::string& dir, std::string& ste
   }
 }
 
+void append_vformat(std::string& out, const char* fmt, va_list ap) {
+  char small[1024];
+  va_list copy;
+  va_copy(copy, ap);
+  const int n = std::vsnprintf(small, sizeof small, fmt, ap);
+  if (n >= 0 && n < static_cast<int>(sizeof small)) {
+    out.append(small, static_cast<size_t>(n));
+  } else if (n > 0) {
+    std::vector<char> big(static_cast<size_t>(n) + 1);
+    std::vsnprintf(big.data(), big.size(), fmt, copy);
+    out.append(big.data(), static_cast<size_t>(n));
+  }
+  va_end(copy);
+}
+
 }  // namespace zento::io

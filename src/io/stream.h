@@ -2,6 +2,8 @@
 // device or a block of memory, so that every reader and writer has one code path.
 #pragma once
 
+#include <cstdarg>
+
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -38,6 +40,8 @@ int qzs_rewind(Stream* s);  // 0 or -1
 // Formatted output into the stream; the count of bytes written, or -1.
 int qzs_format(Stream* s, const char* fmt, ...) __attribute__((format(__printf__, 2, 3)));
 int qzs_puts(Stream* s, const std::string& text);
+// Appends printf-style text to `out`, of any length; the writers buffer through it.
+void append_vformat(std::string& out, const char* fmt, va_list ap);
 // Nonzero once a read or write has failed.
 int qzs_ioerr(Stream* s);
 // Text of the last system or zlib failure of the stream.
