@@ -28,4 +28,8 @@ struct EnvFixture : ::testing::Test {
   }
 };
 
+// The same for parameterised tests.
+template <class Param>
+struct EnvParamFixture : EnvFixture, ::testing::WithParamInterface<Param> {};
+
 }  // namespace zento::test

@@ -6,6 +6,7 @@
 
 #include <cmath>
 
+#include "../common/env_fixture.h"
 #include "presolve/records.h"
 #include "presolve_test_util.h"
 
@@ -115,16 +116,7 @@ std::vector<Reduction> reductions() {
 
 void PrintTo(const Reduction& r, std::ostream* os) { *os << r.name; }
 
-class PresolveReduction : public ::testing::TestWithParam<Reduction> {
- protected:
-  void SetUp() override {
-    int rc = 0;
-    env = QZcreateEnv(&rc);
-    ASSERT_EQ(rc, 0);
-  }
-  void TearDown() override { QZdeleteEnv(&env); }
-  QZenv env = nullptr;
-};
+class PresolveReduction : public EnvParamFixture<Reduction> {};
 
 TEST_P(PresolveReduction, SameAnswerAndCleanPostsolve) {
   const Reduction& c = GetParam();
@@ -221,16 +213,7 @@ std::vector<Verdict> verdicts() {
 
 void PrintTo(const Verdict& v, std::ostream* os) { *os << v.name; }
 
-class PresolveVerdict : public ::testing::TestWithParam<Verdict> {
- protected:
-  void SetUp() override {
-    int rc = 0;
-    env = QZcreateEnv(&rc);
-    ASSERT_EQ(rc, 0);
-  }
-  void TearDown() override { QZdeleteEnv(&env); }
-  QZenv env = nullptr;
-};
+class PresolveVerdict : public EnvParamFixture<Verdict> {};
 
 TEST_P(PresolveVerdict, StatusAndMethod) {
   const Verdict& c = GetParam();
