@@ -119,10 +119,4 @@ inline std::vector<StageLine> stage_table(const std::string& log) {
   return v;
 }
 
-// Infeasible and unbounded verdicts agree when one side could not tell them apart.
-inline bool same_verdict(int a, int b) {
-  auto either = [](int s) { return s == QZ_STATUS_INFEASIBLE || s == QZ_STATUS_UNBOUNDED; };
-  return a == b || (a == QZ_STATUS_INFORUNB && either(b)) || (b == QZ_STATUS_INFORUNB && either(a));
-}
-
 }  // namespace zento::test
