@@ -6,6 +6,7 @@
 #include <cmath>
 #include <string>
 
+#include "../common/env_fixture.h"
 #include "lp_oracle.h"
 #include "zento_fortran.h"
 
@@ -22,15 +23,7 @@ LpData planted(uint64_t seed) {
   return make_planted(seed, o);
 }
 
-struct ExplicitDual : ::testing::Test {
-  void SetUp() override {
-    int rc = 0;
-    env = QZcreateEnv(&rc);
-    ASSERT_EQ(rc, 0);
-  }
-  void TearDown() override { QZdeleteEnv(&env); }
-  QZenv env = nullptr;
-};
+using ExplicitDual = EnvFixture;
 
 TEST_F(ExplicitDual, DualOptimumEqualsPlantedOptimum) {
   int checked = 0;
