@@ -266,10 +266,7 @@ TEST(PseudoCostTest, FirstObservationWholeThenSmoothedNegativeClipped) {
   EXPECT_EQ(t.b.ip.pc_down[0], 3.0f);
 }
 
-struct LogCapture {
-  std::string text;
-};
-void capture(QZmodel, char* line, void* data) { static_cast<LogCapture*>(data)->text += line; }
+void capture_line(QZmodel, char* line, void* data) { *static_cast<std::string*>(data) += line; }
 
 class DriverTest : public ::testing::Test {
  protected:
@@ -303,40 +300,49 @@ MipData tiny(bool integer) {
   return d;
 }
 
-TEST_F(DriverTest, LpModelIsSolvedAtTheRootWithItsNotice) {
-  QZmodel m = load(tiny(false));
-  LogCapture log;
-  QZsetModelLogfunc(m, capture, &log);
+// Solves `d` to optimality with the search log at level 2, from `start` when given; returns
+// the model (the caller deletes it) and the log.
+QZmodel solve_logged(QZenv env, const MipData& d, std::string* log,
+                     const std::vector<double>& start = {}) {
+  int rc = 0;
+  QZmodel m = QZcreateModel(env, &rc);
+  EXPECT_EQ(d.load(m), 0);
+  quiet(m);
+  QZsetModelLogfunc(m, capture_line, log);
   QZsetModelIntParameter(m, QZ_IPARAM_MIP_PRINTLEVEL, 2);
+  if (!start.empty()) {
+    EXPECT_EQ(QZloadMIPVarStartPoint(m, start.data()), 0);
+  }
   int status = 0;
-  ASSERT_EQ(QZsolveMIP(m, &status), 0);
+  EXPECT_EQ(QZsolveMIP(m, &status), 0);
   EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
+  return m;
+}
+
+TEST_F(DriverTest, LpModelIsSolvedAtTheRootWithItsNotice) {
+  std::string log;
+  QZmodel m = solve_logged(env_, tiny(false), &log);
   double obj = 0;
   QZgetMIPObjective(m, &obj);
   EXPECT_NEAR(obj, 7.0 / 3.0, 1e-9);
-  EXPECT_NE(log.text.find("\n\nThe problem is an LP.\n\n"), std::string::npos);
-  EXPECT_NE(log.text.find("(*T)"), std::string::npos);
+  EXPECT_NE(log.find("\n\nThe problem is an LP.\n\n"), std::string::npos);
+  EXPECT_NE(log.find("(*T)"), std::string::npos);
   QZdeleteModel(&m);
 }
 
 TEST_F(DriverTest, MaximizationLogAndRecordInTheModelSense) {
-  QZmodel m = load(tiny(true));
-  LogCapture log;
-  QZsetModelLogfunc(m, capture, &log);
-  QZsetModelIntParameter(m, QZ_IPARAM_MIP_PRINTLEVEL, 2);
-  int status = 0;
-  ASSERT_EQ(QZsolveMIP(m, &status), 0);
-  EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
+  std::string log;
+  QZmodel m = solve_logged(env_, tiny(true), &log);
   double obj = 0, bound = 0;
   QZgetMIPObjective(m, &obj);
   QZgetBestBounds(m, nullptr, &bound);
   EXPECT_EQ(obj, 2.0);
   EXPECT_EQ(bound, 2.0);
-  EXPECT_NE(log.text.find("#BRANCHs  #NODEs    #LPs    BEST BOUND      BEST  IP     RGAP    TIME  OPTIME"),
+  EXPECT_NE(log.find("#BRANCHs  #NODEs    #LPs    BEST BOUND      BEST  IP     RGAP    TIME  OPTIME"),
             std::string::npos);
-  EXPECT_NE(log.text.find("Initial continuous objective: 2.333333"), std::string::npos);
-  EXPECT_NE(log.text.find(" 2.000000e+00"), std::string::npos);
-  EXPECT_EQ(log.text.find("-2.000000e+00"), std::string::npos);
+  EXPECT_NE(log.find("Initial continuous objective: 2.333333"), std::string::npos);
+  EXPECT_NE(log.find(" 2.000000e+00"), std::string::npos);
+  EXPECT_EQ(log.find("-2.000000e+00"), std::string::npos);
   QZdeleteModel(&m);
 }
 
@@ -349,16 +355,10 @@ TEST_F(DriverTest, FeasibleStartPointStandsAsTheFirstIncumbent) {
                {{3, 3}, "\nStartpoint info (not feasible):", false},
                {{0.5, 1}, "\nStartpoint info (not feasible):", false}};
   for (const Case& c : cases) {
-    QZmodel m = load(tiny(true));
-    LogCapture log;
-    QZsetModelLogfunc(m, capture, &log);
-    QZsetModelIntParameter(m, QZ_IPARAM_MIP_PRINTLEVEL, 2);
-    ASSERT_EQ(QZloadMIPVarStartPoint(m, c.x.data()), 0);
-    int status = 0;
-    ASSERT_EQ(QZsolveMIP(m, &status), 0);
-    EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
-    EXPECT_NE(log.text.find(c.report), std::string::npos) << log.text;
-    EXPECT_EQ(log.text.find("(*H)") != std::string::npos, c.tagged) << log.text;
+    std::string log;
+    QZmodel m = solve_logged(env_, tiny(true), &log, c.x);
+    EXPECT_NE(log.find(c.report), std::string::npos) << log;
+    EXPECT_EQ(log.find("(*H)") != std::string::npos, c.tagged) << log;
     QZdeleteModel(&m);
   }
 }
