@@ -342,6 +342,35 @@ KktReport check_basis(QZmodel model, const LpData& lp) {
   return r;
 }
 
+LpData dense_lp(int sense, std::vector<double> c, std::vector<std::vector<double>> A,
+                std::vector<double> b, std::string types, std::vector<double> lo,
+                std::vector<double> up) {
+  LpData lp;
+  lp.m = static_cast<int>(A.size());
+  lp.n = static_cast<int>(c.size());
+  lp.sense = sense;
+  lp.c = std::move(c);
+  lp.b = std::move(b);
+  lp.types = std::move(types);
+  lp.lo = std::move(lo);
+  lp.up = std::move(up);
+  lp.has_opt = false;
+  lp.beg.assign(lp.n + 1, 0);
+  for (int j = 0; j < lp.n; ++j) {
+    for (int i = 0; i < lp.m; ++i)
+      if (A[i][j] != 0) {
+        lp.rows.push_back(i);
+        lp.vals.push_back(A[i][j]);
+      }
+    lp.beg[j + 1] = static_cast<int>(lp.vals.size());
+  }
+  if (lp.vals.empty()) {
+    lp.vals.push_back(0);
+    lp.rows.push_back(0);
+  }
+  return lp;
+}
+
 std::vector<TableRow> read_lp_table(const std::string& folder, const std::string& collection) {
   std::vector<TableRow> rows;
   std::ifstream in(folder + "/" + collection + ".csv");

@@ -60,6 +60,11 @@ KktReport check_model(QZmodel model, const LpData& lp);
 // of basic columns and zero multipliers of basic rows (in `dinf`), in relative measures.
 KktReport check_basis(QZmodel model, const LpData& lp);
 
+// An LP from a dense row-major matrix; zeros are not stored, no optimum is known.
+LpData dense_lp(int sense, std::vector<double> c, std::vector<std::vector<double>> A,
+                std::vector<double> b, std::string types, std::vector<double> lo,
+                std::vector<double> up);
+
 inline bool is_optimal(int s) { return s == QZ_STATUS_OPTIMAL || s == QZ_STATUS_BASIC_OPTIMAL; }
 
 // Infeasible and unbounded verdicts agree when one side could not tell them apart.
