@@ -35,6 +35,26 @@ QZmodel read(QZenv env, const std::string& name) {
 
 void set_upper(QZmodel m, int j, double u) { ASSERT_EQ(QZmodifyUpperBounds(m, 1, &j, &u), 0); }
 
+// The primal point and basis statuses of a solved model.
+struct Point {
+  int n = 0;
+  std::vector<double> x;
+  std::vector<int> cst, rst;
+};
+
+Point point_of(QZmodel a) {
+  Point p;
+  int m = 0;
+  QZgetDimensions(a, &p.n, &m, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                  nullptr, nullptr);
+  p.x.resize(p.n);
+  p.cst.resize(p.n);
+  p.rst.resize(m);
+  QZgetPrimalSolution(a, p.x.data());
+  QZgetBasis(a, p.cst.data(), p.rst.data());
+  return p;
+}
+
 // Warm against cold iteration counts over a collection.
 struct Ratios {
   double warm = 0, cold = 0, log_ratio = 0;
@@ -75,13 +95,7 @@ TEST(LpWarm, TightenedBoundReoptimizesAndCutsOff) {
     const LpRun first = solve_lp(a);
     ASSERT_TRUE(first.rc == 0 && is_optimal(first.status)) << name;
     // The most interior basic structural, relative to its magnitude.
-    int n = 0, mrows = 0;
-    QZgetDimensions(a, &n, &mrows, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                    nullptr, nullptr);
-    std::vector<double> x(n);
-    std::vector<int> cst(n), rst(mrows);
-    QZgetPrimalSolution(a, x.data());
-    QZgetBasis(a, cst.data(), rst.data());
+    const auto [n, x, cst, rst] = point_of(a);
     int jbest = -1;
     double best = 1e-6;
     for (int j = 0; j < n; ++j) {
@@ -158,11 +172,8 @@ std::vector<int> shape(std::vector<int> st) {
 
 // Applies the change to a solved model; false when the model offers no such change.
 bool apply_move(QZmodel m, Move move, int* index, double* value) {
-  int n = 0, mrows = 0;
-  QZgetDimensions(m, &n, &mrows, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                  nullptr, nullptr);
-  std::vector<int> cst(n), rst(mrows);
-  QZgetBasis(m, cst.data(), rst.data());
+  const auto [n, x, cst, rst] = point_of(m);
+  const int mrows = static_cast<int>(rst.size());
   if (move == Move::kCost) {
     std::vector<double> d(n);
     QZgetReducedCosts(m, d.data());
@@ -282,13 +293,8 @@ TEST(LpWarm, RowsAddedAndDeletedKeepOrDropTheBasis) {
     QZmodel a = read(env, name);
     ASSERT_NE(a, nullptr);
     ASSERT_TRUE(is_optimal(solve_lp(a).status));
-    int n = 0, m = 0;
-    QZgetDimensions(a, &n, &m, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                    nullptr, nullptr);
-    std::vector<double> x(n);
-    std::vector<int> cst(n), rst(m);
-    QZgetPrimalSolution(a, x.data());
-    QZgetBasis(a, cst.data(), rst.data());
+    const auto [n, x, cst, rst] = point_of(a);
+    const int m = static_cast<int>(rst.size());
     // A cut through the sum of up to four basic structurals, a tenth below its value.
     RowChange cut;
     double act = 0;
