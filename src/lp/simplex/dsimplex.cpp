@@ -24,6 +24,7 @@ struct Cand {
   int j;
   double ratio;
   double abs_alpha;
+  double relaxed;  // ratio + tolerance / abs_alpha, the Harris bound it allows
 };
 
 struct Dual {
@@ -272,7 +273,8 @@ struct Dual {
       } else {
         dd = a < 0 ? g.rdc[j] : -g.rdc[j];
       }
-      cands.push_back({j, std::max(dd, 0.0) / std::fabs(a), std::fabs(a)});
+      const double ratio = std::max(dd, 0.0) / std::fabs(a);
+      cands.push_back({j, ratio, std::fabs(a), ratio + t / std::fabs(a)});
     }
     if (cands.empty()) return -1;
     // The long step passes candidates in increasing ratio, and usually stops after a few: they
@@ -290,9 +292,9 @@ struct Dual {
     Cand* hi = last;  // candidates not passed: the heap [lo, hi) and [near_end, last)
     Cand* near_end = last;
     size_t left = cands.size();
+    double T0 = 1e300;
+    for (const Cand& c : cands) T0 = std::min(T0, c.relaxed);
     if (g.dratio == 1 || g.dratio == 2) {
-      double T0 = 1e300;
-      for (const Cand& c : cands) T0 = std::min(T0, c.ratio + t / c.abs_alpha);
       near_end = std::partition(first, last, [T0](const Cand& c) { return c.ratio <= T0; });
       hi = near_end;
       std::make_heap(lo, hi, after);
@@ -318,14 +320,20 @@ struct Dual {
       }
     }
     // Harris pass over the candidates not passed: the largest pivot among those within the
-    // tolerance of the smallest relaxed ratio; ties go to the smaller ratio, then index.
-    double T = 1e300;
+    // tolerance of the smallest relaxed ratio; ties go to the smaller ratio, then index. With
+    // none passed that bound is T0, and only the candidates within it can be picked.
+    double T = T0;
     const Cand* pick = nullptr;
+    const bool none_passed = left == cands.size();
     auto harris = [&](auto&& visit) {
       for (const Cand* c = lo; c != hi; ++c) visit(*c);
-      for (const Cand* c = near_end; c != last; ++c) visit(*c);
+      if (!none_passed || hi == last)
+        for (const Cand* c = near_end; c != last; ++c) visit(*c);
     };
-    harris([&](const Cand& c) { T = std::min(T, c.ratio + t / c.abs_alpha); });
+    if (!none_passed) {
+      T = 1e300;
+      harris([&](const Cand& c) { T = std::min(T, c.relaxed); });
+    }
     harris([&](const Cand& c) {
       if (c.ratio > T) return;
       if (pick == nullptr || c.abs_alpha > pick->abs_alpha ||
