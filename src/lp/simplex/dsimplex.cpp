@@ -429,10 +429,29 @@ struct Dual {
       return 0;
     }
     SVec& col = g.col;
-    ftran_col(g, q, col, true);
+    // DSE needs tau = B^-1 rho: solved with the pivot column in one pass over the factors,
+    // and taken after the flips' solve, the order the solves would have one by one.
+    const bool dse = g.dpricemode == 1;
+    if (dse) {
+      g.tau.copy_from(rho);
+      col.clear();
+      int c = 0;
+      for (int k = g.acols.beg[q]; k < g.acols.beg[q + 1]; ++k) {
+        col.val[g.acols.idx[k]] = g.acols.val[k];
+        col.idx[c++] = g.acols.idx[k];
+      }
+      col.n = c;
+      g.lu.ftran2(col, g.tau, tau_mean > kDenseTau * g.m);
+    } else {
+      ftran_col(g, q, col, true);
+    }
     const double apq = col.val[p];
     const double arow = g.prow[q];
     if (std::fabs(apq) < 1e-12 || std::fabs(apq - arow) > 1e-6 * (1 + std::fabs(apq))) {
+      if (dse) {
+        g.lu.ftran2_drop();
+        g.tau.clear();
+      }
       if (!g.lu.fresh()) {
         request_fact(g, WFACT_NUMERR);
         return 0;
@@ -468,11 +487,8 @@ struct Dual {
       }
       w.clear();
     }
-    // DSE needs B^-1 rho.
-    const bool dse = g.dpricemode == 1;
     if (dse) {
-      g.tau.copy_from(rho);
-      g.lu.ftran(g.tau, false, tau_mean > kDenseTau * g.m);
+      g.lu.ftran2_finish(g.tau);
       tau_mean = 0.95 * tau_mean + 0.05 * g.tau.n;
     }
     // Primal step.
