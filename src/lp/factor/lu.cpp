@@ -216,6 +216,20 @@ int LuEngine::btran_sv(SvRef v, bool pos_order, double drop, int* cnt_out) {
   return 0;
 }
 
+// Engines without a joint pass solve the second vector when it is asked for.
+int LuEngine::ftran2_sv(SvRef v1, bool pos1, SvRef v2, double drop, int* cnt1) {
+  (void)v2;
+  const int rc = ftran_sv(v1, true, pos1, drop, cnt1);
+  pending_sv_ = rc == 0;
+  return rc;
+}
+
+int LuEngine::ftran2_finish(SvRef v2, bool pos2, double drop, int* cnt2) {
+  if (!pending_sv_) return kLuUpdateFailed;
+  pending_sv_ = false;
+  return ftran_sv(v2, false, pos2, drop, cnt2);
+}
+
 }  // namespace zento::lu
 
 namespace zento {
@@ -299,6 +313,34 @@ int QZI_lu_ftran_sv(LuFactor& lu, lu::SvRef v, int save, double drop) {
   track(lu.ftran_mean, dense_out ? m : cnt);
   return 0;
 }
+
+int QZI_lu_ftran2_sv(LuFactor& lu, lu::SvRef v1, lu::SvRef v2, double drop) {
+  const int m = lu.m();
+  const bool dense_out = lu.options().update_type != 0 &&
+                         lu.ftran_mean > m * lu.options().spvtol_ftran;
+  int cnt = 0;
+  const int rc = lu.engine().ftran2_sv(v1, dense_out, v2, drop, &cnt);
+  if (rc != 0) return rc;
+  ++lu.nftran;
+  if (dense_out) ++lu.nftran_dense;
+  track(lu.ftran_mean, dense_out ? m : cnt);
+  return 0;
+}
+
+int QZI_lu_ftran2_finish(LuFactor& lu, lu::SvRef v2, double drop) {
+  const int m = lu.m();
+  const bool dense_out = lu.options().update_type != 0 &&
+                         lu.ftran_mean > m * lu.options().spvtol_ftran;
+  int cnt = 0;
+  const int rc = lu.engine().ftran2_finish(v2, dense_out, drop, &cnt);
+  if (rc != 0) return rc;
+  ++lu.nftran;
+  if (dense_out) ++lu.nftran_dense;
+  track(lu.ftran_mean, dense_out ? m : cnt);
+  return 0;
+}
+
+void QZI_lu_ftran2_drop(LuFactor& lu) { lu.engine().ftran2_drop(); }
 
 int QZI_lu_btran_sv(LuFactor& lu, lu::SvRef v, double drop) {
   const int m = lu.m();

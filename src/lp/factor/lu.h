@@ -279,6 +279,12 @@ int QZI_lu_ftran(LuFactor& lu, const SpVec& in, SpVec& out, int save);
 // leave the result. No copy through list-slot records, so a dense result costs two passes.
 int QZI_lu_ftran_sv(LuFactor& lu, lu::SvRef v, int save, double drop);
 int QZI_lu_btran_sv(LuFactor& lu, lu::SvRef v, double drop);
+// Two FTRANs in one pass over the factors where both run dense: v1 (saved as the spike) comes
+// back at once, v2 by QZI_lu_ftran2_finish, which counts as a solve made at that moment, so
+// that solves in between see the same state as if v2 came last. QZI_lu_ftran2_drop forgets v2.
+int QZI_lu_ftran2_sv(LuFactor& lu, lu::SvRef v1, lu::SvRef v2, double drop);
+int QZI_lu_ftran2_finish(LuFactor& lu, lu::SvRef v2, double drop);
+void QZI_lu_ftran2_drop(LuFactor& lu);
 // Two right-hand sides; the first may be saved as the spike.
 int QZI_lu_ftran2(LuFactor& lu, const SpVec& in1, SpVec& out1, const SpVec& in2, SpVec& out2,
                   int save1);

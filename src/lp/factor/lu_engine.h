@@ -126,6 +126,12 @@ class LuEngine {
   // engine's zero tolerance. Returns stat; *cnt_out gets the count above the zero tolerance.
   virtual int ftran_sv(SvRef v, bool save, bool pos_order, double drop, int* cnt_out);
   virtual int btran_sv(SvRef v, bool pos_order, double drop, int* cnt_out);
+  // Two FTRANs against the same factor, v1 saved as the spike of the next update: v1 is
+  // stored at once, v2 stays pending until ftran2_finish (or ftran2_drop), so that other
+  // solves may come between as if v2 were solved after them. Results are those of ftran_sv.
+  virtual int ftran2_sv(SvRef v1, bool pos1, SvRef v2, double drop, int* cnt1);
+  virtual int ftran2_finish(SvRef v2, bool pos2, double drop, int* cnt2);
+  virtual void ftran2_drop() { pending_sv_ = false; }
   virtual int64_t lnonz() const = 0;
   virtual int64_t unonz() const = 0;
   virtual int64_t pnonz() const = 0;
@@ -172,6 +178,7 @@ class LuEngine {
   double bmax_ = 0.0;
   std::vector<int> sing_rows_, sing_slots_;
   SpVec sv_in_, sv_out_;  // the list-slot records of the generic in-place solves
+  bool pending_sv_ = false;  // a second vector of ftran2_sv awaits its solve
 };
 
 // Loads a vector into a work vector, keeping the list when the input is sparse. Entries of a

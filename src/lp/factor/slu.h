@@ -43,6 +43,9 @@ class Slu final : public LuEngine {
   int btran(const SpVec& in, SpVec& out, bool dense_out) override;
   int ftran_sv(SvRef v, bool save, bool pos_order, double drop, int* cnt_out) override;
   int btran_sv(SvRef v, bool pos_order, double drop, int* cnt_out) override;
+  int ftran2_sv(SvRef v1, bool pos1, SvRef v2, double drop, int* cnt1) override;
+  int ftran2_finish(SvRef v2, bool pos2, double drop, int* cnt2) override;
+  void ftran2_drop() override;
   int update(int slot, double pivcoe, int dir) override;
   int64_t lnonz() const override { return static_cast<int64_t>(l_idx_.size()); }
   int64_t unonz() const override { return ur_.nnz() + rank_; }
@@ -87,8 +90,15 @@ class Slu final : public LuEngine {
   void ftran_work(bool save, bool dense_u);
   void btran_work(bool dense_u);
   void ftran_l(WorkVec& w, bool sparse);
+  bool ftran_l_sparse(WorkVec& w);  // false when the reach grows past the limit
+  void ftran_l_dense(WorkVec& w);
+  void ftran_l_dense2(WorkVec& a, WorkVec& b);
   void ftran_r(WorkVec& w);
+  void ftran_r_dense2(WorkVec& a, WorkVec& b);
   void solve_u(WorkVec& w, bool sparse, const LineStore& st, double spvtol, bool reverse);
+  bool solve_u_sparse(WorkVec& w, const LineStore& st, double spvtol);
+  void solve_u_dense(WorkVec& w, const LineStore& st, bool reverse);
+  void ftran_u_dense2(WorkVec& a, WorkVec& b);
   void ftran_u(WorkVec& w, bool sparse);
   void ftran_pf(WorkVec& w);
   void btran_pf(WorkVec& w);
@@ -152,6 +162,7 @@ class Slu final : public LuEngine {
   std::vector<double> spike_val_, spike_dense_;
 
   WorkVec w_, w2_;
+  bool pending2_ = false;  // w2_ holds the second result of ftran2_sv
   StampMarks mk_;
   ReachWork rw_;
   std::vector<int> heap_;

@@ -361,6 +361,7 @@ int Slu::refactor(const int* rbas) {
     w_.clear_all();
     w2_.clear_all();
   }
+  pending2_ = false;
   umax_ = 0.0;
   min_piv_ = 1e30;
   max_piv_ = 0.0;

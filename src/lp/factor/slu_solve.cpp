@@ -160,34 +160,40 @@ void Slu::relist(WorkVec& w) {
 }
 
 void Slu::ftran_l(WorkVec& w, bool sparse) {
+  if (l_row_.empty()) return;
+  if (sparse && w.n >= 0 && ftran_l_sparse(w)) return;
+  ftran_l_dense(w);
+}
+
+bool Slu::ftran_l_sparse(WorkVec& w) {
+  const double eps = opt_->eps_nonz;
+  const int limit = static_cast<int>(opt_->spvtol_ftran * m_);
+  auto adj = [this](int r) -> std::pair<const int*, const int*> {
+    const int t = l_eta_of_row_[r];
+    if (t < 0) return {nullptr, nullptr};
+    return {l_idx_.data() + l_start_[t], l_idx_.data() + l_start_[t + 1]};
+  };
+  const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_, limit);
+  if (top < 0) return false;
+  const int* out = rw_.out.data();
+  for (int q = top; q < m_; ++q) {
+    const int r = out[q];
+    const double xr = w.x[r];
+    const int t = l_eta_of_row_[r];
+    if (t < 0) continue;
+    if (std::fabs(xr) <= eps) continue;
+    const int b = l_start_[t], e = l_start_[t + 1];
+    work_count_ += e - b;
+    for (int k = b; k < e; ++k) w.x[l_idx_[k]] -= l_val_[k] * xr;
+  }
+  work_count_ += m_ - top;
+  keep_nonzeros(w, out + top, m_ - top);
+  return true;
+}
+
+void Slu::ftran_l_dense(WorkVec& w) {
   const double eps = opt_->eps_nonz;
   const int T = static_cast<int>(l_row_.size());
-  if (T == 0) return;
-  if (sparse && w.n >= 0) {
-    const int limit = static_cast<int>(opt_->spvtol_ftran * m_);
-    auto adj = [this](int r) -> std::pair<const int*, const int*> {
-      const int t = l_eta_of_row_[r];
-      if (t < 0) return {nullptr, nullptr};
-      return {l_idx_.data() + l_start_[t], l_idx_.data() + l_start_[t + 1]};
-    };
-    const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_, limit);
-    if (top >= 0) {
-      const int* out = rw_.out.data();
-      for (int q = top; q < m_; ++q) {
-        const int r = out[q];
-        const double xr = w.x[r];
-        const int t = l_eta_of_row_[r];
-        if (t < 0) continue;
-        if (std::fabs(xr) <= eps) continue;
-        const int b = l_start_[t], e = l_start_[t + 1];
-        work_count_ += e - b;
-        for (int k = b; k < e; ++k) w.x[l_idx_[k]] -= l_val_[k] * xr;
-      }
-      work_count_ += m_ - top;
-      keep_nonzeros(w, out + top, m_ - top);
-      return;
-    }
-  }
   w.n = -1;
   for (int t = 0; t < T; ++t) {
     const double xr = w.x[l_row_[t]];
@@ -195,6 +201,38 @@ void Slu::ftran_l(WorkVec& w, bool sparse) {
     for (int k = l_start_[t], e = l_start_[t + 1]; k < e; ++k) w.x[l_idx_[k]] -= l_val_[k] * xr;
   }
   work_count_ += m_ + static_cast<int64_t>(l_idx_.size());
+}
+
+// Two dense vectors through the L etas together: each eta's indices and values are read
+// once; each vector takes exactly the operations of its own pass.
+void Slu::ftran_l_dense2(WorkVec& a, WorkVec& b) {
+  const double eps = opt_->eps_nonz;
+  const int T = static_cast<int>(l_row_.size());
+  a.n = -1;
+  b.n = -1;
+  double* xa = a.x.data();
+  double* xb = b.x.data();
+  const int* li = l_idx_.data();
+  const double* lv = l_val_.data();
+  for (int t = 0; t < T; ++t) {
+    const int r = l_row_[t];
+    const double ra = xa[r], rb = xb[r];
+    const bool ua = std::fabs(ra) > eps, ub = std::fabs(rb) > eps;
+    const int kb = l_start_[t], ke = l_start_[t + 1];
+    if (ua && ub) {
+      for (int k = kb; k < ke; ++k) {
+        const int i = li[k];
+        const double v = lv[k];
+        xa[i] -= v * ra;
+        xb[i] -= v * rb;
+      }
+    } else if (ua) {
+      for (int k = kb; k < ke; ++k) xa[li[k]] -= lv[k] * ra;
+    } else if (ub) {
+      for (int k = kb; k < ke; ++k) xb[li[k]] -= lv[k] * rb;
+    }
+  }
+  work_count_ += 2 * (m_ + static_cast<int64_t>(l_idx_.size()));
 }
 
 void Slu::ftran_r(WorkVec& w) {
@@ -252,16 +290,52 @@ void Slu::ftran_r(WorkVec& w) {
   }
 }
 
+// The full pass of the row etas for two dense vectors (both unlisted).
+void Slu::ftran_r_dense2(WorkVec& a, WorkVec& b) {
+  const int K = static_cast<int>(r_row_.size());
+  double* xa = a.x.data();
+  double* xb = b.x.data();
+  const int* ri = r_idx_.data();
+  const double* rv = r_val_.data();
+  for (int k = 0; k < K; ++k) {
+    double da = 0.0, db = 0.0;
+    for (int q = r_start_[k], e = r_start_[k + 1]; q < e; ++q) {
+      const int i = ri[q];
+      const double v = rv[q];
+      da += v * xa[i];
+      db += v * xb[i];
+    }
+    work_count_ += 2 * (r_start_[k + 1] - r_start_[k]);
+    const int r = r_row_[k];
+    if (da != 0.0) xa[r] = xa[r] - da;
+    if (db != 0.0) xb[r] = xb[r] - db;
+  }
+}
+
 // U x = w (columns of U, pivots in reverse order) or U^T x = w (rows, pivots in order): the
 // same elimination over a different store. A sparse right-hand side is solved over its reach
 // only; past `spvtol` of m the reach is abandoned for the dense loop.
 void Slu::solve_u(WorkVec& w, bool sparse, const LineStore& st, double spvtol, bool reverse) {
+  if (sparse && w.n >= 0 && solve_u_sparse(w, st, spvtol)) return;
+  solve_u_dense(w, st, reverse);
+}
+
+bool Slu::solve_u_sparse(WorkVec& w, const LineStore& st, double spvtol) {
   const double eps = opt_->eps_nonz;
-  auto eliminate = [&](int r) {
+  const int limit = static_cast<int>(spvtol * m_);
+  auto adj = [&st](int r) -> std::pair<const int*, const int*> {
+    const int* b = st.idx(r);
+    return {b, b + st.len(r)};
+  };
+  const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_, limit);
+  if (top < 0) return false;
+  const int* out = rw_.out.data();
+  for (int q = top; q < m_; ++q) {
+    const int r = out[q];
     double xr = w.x[r];
     if (std::fabs(xr) <= eps) {
       w.x[r] = 0.0;
-      return 0;
+      continue;
     }
     xr *= dinv_[r];
     w.x[r] = xr;
@@ -269,23 +343,29 @@ void Slu::solve_u(WorkVec& w, bool sparse, const LineStore& st, double spvtol, b
     const double* vv = st.val(r);
     const int n = st.len(r);
     for (int k = 0; k < n; ++k) w.x[ii[k]] -= vv[k] * xr;
-    return n;
-  };
-  if (sparse && w.n >= 0) {
-    const int limit = static_cast<int>(spvtol * m_);
-    auto adj = [&st](int r) -> std::pair<const int*, const int*> {
-      const int* b = st.idx(r);
-      return {b, b + st.len(r)};
-    };
-    const int top = dfs_reach(m_, w.n, w.list.data(), adj, mk_, rw_, limit);
-    if (top >= 0) {
-      const int* out = rw_.out.data();
-      for (int q = top; q < m_; ++q) work_count_ += eliminate(out[q]);
-      work_count_ += m_ - top;
-      keep_nonzeros(w, out + top, m_ - top);
+    work_count_ += n;
+  }
+  work_count_ += m_ - top;
+  keep_nonzeros(w, out + top, m_ - top);
+  return true;
+}
+
+void Slu::solve_u_dense(WorkVec& w, const LineStore& st, bool reverse) {
+  const double eps = opt_->eps_nonz;
+  double* x = w.x.data();
+  const double* dinv = dinv_.data();
+  auto eliminate = [&](int r) {
+    double xr = x[r];
+    if (std::fabs(xr) <= eps) {
+      x[r] = 0.0;
       return;
     }
-  }
+    xr *= dinv[r];
+    x[r] = xr;
+    const int* ii = st.idx(r);
+    const double* vv = st.val(r);
+    for (int k = 0, n = st.len(r); k < n; ++k) x[ii[k]] -= vv[k] * xr;
+  };
   w.n = -1;
   if (reverse) {
     for (int p = m_ - 1; p >= 0; --p) eliminate(order_[p]);
@@ -293,6 +373,51 @@ void Slu::solve_u(WorkVec& w, bool sparse, const LineStore& st, double spvtol, b
     for (int p = 0; p < m_; ++p) eliminate(order_[p]);
   }
   work_count_ += m_ + st.nnz();
+}
+
+// U x = w for two dense vectors: each column of U read once for both.
+void Slu::ftran_u_dense2(WorkVec& a, WorkVec& b) {
+  const double eps = opt_->eps_nonz;
+  const LineStore& st = uc_;
+  double* xa = a.x.data();
+  double* xb = b.x.data();
+  const double* dinv = dinv_.data();
+  a.n = -1;
+  b.n = -1;
+  for (int p = m_ - 1; p >= 0; --p) {
+    const int r = order_[p];
+    double ra = xa[r], rb = xb[r];
+    const bool ua = std::fabs(ra) > eps, ub = std::fabs(rb) > eps;
+    if (ua) {
+      ra *= dinv[r];
+      xa[r] = ra;
+    } else {
+      xa[r] = 0.0;
+    }
+    if (ub) {
+      rb *= dinv[r];
+      xb[r] = rb;
+    } else {
+      xb[r] = 0.0;
+    }
+    if (!ua && !ub) continue;
+    const int* ii = st.idx(r);
+    const double* vv = st.val(r);
+    const int n = st.len(r);
+    if (ua && ub) {
+      for (int k = 0; k < n; ++k) {
+        const int i = ii[k];
+        const double v = vv[k];
+        xa[i] -= v * ra;
+        xb[i] -= v * rb;
+      }
+    } else if (ua) {
+      for (int k = 0; k < n; ++k) xa[ii[k]] -= vv[k] * ra;
+    } else {
+      for (int k = 0; k < n; ++k) xb[ii[k]] -= vv[k] * rb;
+    }
+  }
+  work_count_ += 2 * (m_ + st.nnz());
 }
 
 void Slu::ftran_u(WorkVec& w, bool sparse) { solve_u(w, sparse, uc_, opt_->spvtol_ftran, true); }
@@ -433,6 +558,72 @@ void Slu::ftran_work(bool save, bool dense_u) {
   ftran_u(w, sparse && !dense_u);
   ftran_pf(w);
   if (save && update_type_ == 0) save_spike(w);
+}
+
+// Both vectors take their own course through each stage (sparse reach or dense loop, decided
+// as a single solve would); stages where both run dense are done in one pass.
+int Slu::ftran2_sv(SvRef v1, bool pos1, SvRef v2, double drop, int* cnt1) {
+  if (stat_ != kLuOk) return stat_;
+  work_count_ = 0;
+  WorkVec& a = w_;
+  WorkVec& b = w2_;
+  load_work_sv(v1, a, nullptr);
+  load_work_sv(v2, b, nullptr);
+  const double tol = opt_->spvtol_ftran * m_;
+  const bool sa = a.n >= 0 && a.n < tol;
+  const bool sb = b.n >= 0 && b.n < tol;
+  if (!sa && a.n >= 0) a.n = -1;
+  if (!sb && b.n >= 0) b.n = -1;
+  if (!l_row_.empty()) {
+    const bool da = !(sa && a.n >= 0 && ftran_l_sparse(a));
+    const bool db = !(sb && b.n >= 0 && ftran_l_sparse(b));
+    if (da && db) {
+      ftran_l_dense2(a, b);
+    } else {
+      if (da) ftran_l_dense(a);
+      if (db) ftran_l_dense(b);
+    }
+  }
+  if (a.n < 0 && b.n < 0 && !r_row_.empty()) {
+    ftran_r_dense2(a, b);
+  } else {
+    ftran_r(a);
+    ftran_r(b);
+  }
+  if (update_type_ == 1) save_spike(a);
+  const double utol = opt_->spvtol_ftran;
+  const bool ua = !(sa && !v1.dense_u && a.n >= 0 && solve_u_sparse(a, uc_, utol));
+  const bool ub = !(sb && !v2.dense_u && b.n >= 0 && solve_u_sparse(b, uc_, utol));
+  if (ua && ub) {
+    ftran_u_dense2(a, b);
+  } else {
+    if (ua) solve_u_dense(a, uc_, true);
+    if (ub) solve_u_dense(b, uc_, true);
+  }
+  ftran_pf(a);
+  ftran_pf(b);
+  if (update_type_ == 0) save_spike(a);
+  pending2_ = true;
+  *cnt1 = store_work_sv(a, v1, slot_of_row_.data(), row_of_slot_.data(), pos1, opt_->eps_nonz,
+                        drop);
+  return 0;
+}
+
+int Slu::ftran2_finish(SvRef v2, bool pos2, double drop, int* cnt2) {
+  if (!pending2_) return kLuUpdateFailed;
+  pending2_ = false;
+  *cnt2 = store_work_sv(w2_, v2, slot_of_row_.data(), row_of_slot_.data(), pos2,
+                        opt_->eps_nonz, drop);
+  return 0;
+}
+
+void Slu::ftran2_drop() {
+  if (!pending2_) return;
+  pending2_ = false;
+  if (w2_.n < 0)
+    w2_.clear_all();
+  else
+    w2_.clear_listed();
 }
 
 int Slu::btran(const SpVec& in, SpVec& out, bool dense_out) {

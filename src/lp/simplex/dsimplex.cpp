@@ -24,6 +24,7 @@ struct Cand {
   int j;
   double ratio;
   double abs_alpha;
+  double relaxed;  // ratio + tolerance / abs_alpha, the Harris bound it allows
 };
 
 struct Dual {
@@ -272,55 +273,76 @@ struct Dual {
       } else {
         dd = a < 0 ? g.rdc[j] : -g.rdc[j];
       }
-      cands.push_back({j, std::max(dd, 0.0) / std::fabs(a), std::fabs(a)});
+      const double ratio = std::max(dd, 0.0) / std::fabs(a);
+      cands.push_back({j, ratio, std::fabs(a), ratio + t / std::fabs(a)});
     }
     if (cands.empty()) return -1;
-    // The long step passes candidates in increasing ratio. Those within the Harris bound come
-    // first and are few; only when the step passes all of them are the others sorted too.
+    // The long step passes candidates in increasing ratio, and usually stops after a few: they
+    // come off a heap one at a time instead of being sorted. Those within the Harris bound
+    // form the first heap; the others are heaped only when the step passes all of those.
+    // Every order below is total (ratio, then index), so the pick does not depend on the
+    // order of the pivot row.
     auto before = [](const Cand& x, const Cand& y) {
       return x.ratio < y.ratio || (x.ratio == y.ratio && x.j < y.j);
     };
+    auto after = [&before](const Cand& x, const Cand& y) { return before(y, x); };
+    Cand* const first = cands.data();
+    Cand* const last = first + cands.size();
+    Cand* lo = first;
+    Cand* hi = last;  // candidates not passed: the heap [lo, hi) and [near_end, last)
+    Cand* near_end = last;
+    size_t left = cands.size();
     double T0 = 1e300;
-    for (const Cand& c : cands) T0 = std::min(T0, c.ratio + t / c.abs_alpha);
-    const auto nearEnd = std::partition(cands.begin(), cands.end(),
-                                        [T0](const Cand& c) { return c.ratio <= T0; });
-    std::sort(cands.begin(), nearEnd, before);
-    size_t sorted = static_cast<size_t>(nearEnd - cands.begin());
-    size_t stop = 0;
+    for (const Cand& c : cands) T0 = std::min(T0, c.relaxed);
     if (g.dratio == 1 || g.dratio == 2) {
+      near_end = std::partition(first, last, [T0](const Cand& c) { return c.ratio <= T0; });
+      hi = near_end;
+      std::make_heap(lo, hi, after);
       double slope = std::fabs(delta);
       for (;;) {
-        if (stop == sorted) {
-          if (sorted == cands.size()) break;
-          std::sort(cands.begin() + sorted, cands.end(), before);
-          sorted = cands.size();
+        if (lo == hi) {
+          if (near_end == last) break;
+          lo = near_end;
+          hi = last;
+          near_end = last;
+          std::make_heap(lo, hi, after);
         }
-        if (stop + 1 == cands.size()) break;
-        const int j = cands[stop].j;
+        if (left == 1) break;
+        const int j = lo->j;
         if (!boxed(j) || g.cbas[j] == kFree) break;
-        const double dec = cands[stop].abs_alpha * (g.ub[j] - g.lb[j]);
+        const double dec = lo->abs_alpha * (g.ub[j] - g.lb[j]);
         if (slope - dec <= 0) break;
         slope -= dec;
         flips.push_back(j);
-        ++stop;
+        std::pop_heap(lo, hi, after);
+        --hi;
+        --left;
       }
     }
     // Harris pass over the candidates not passed: the largest pivot among those within the
-    // tolerance of the smallest relaxed ratio; ties go to the smaller ratio, then index.
-    double T = 1e300;
-    for (size_t k = stop; k < cands.size(); ++k)
-      T = std::min(T, cands[k].ratio + t / cands[k].abs_alpha);
-    size_t pick = cands.size();
-    for (size_t k = stop; k < cands.size(); ++k) {
-      const Cand& c = cands[k];
-      if (c.ratio > T) continue;
-      if (pick == cands.size() || c.abs_alpha > cands[pick].abs_alpha ||
-          (c.abs_alpha == cands[pick].abs_alpha && before(c, cands[pick])))
-        pick = k;
+    // tolerance of the smallest relaxed ratio; ties go to the smaller ratio, then index. With
+    // none passed that bound is T0, and only the candidates within it can be picked.
+    double T = T0;
+    const Cand* pick = nullptr;
+    const bool none_passed = left == cands.size();
+    auto harris = [&](auto&& visit) {
+      for (const Cand* c = lo; c != hi; ++c) visit(*c);
+      if (!none_passed || hi == last)
+        for (const Cand* c = near_end; c != last; ++c) visit(*c);
+    };
+    if (!none_passed) {
+      T = 1e300;
+      harris([&](const Cand& c) { T = std::min(T, c.relaxed); });
     }
-    *step = cands[pick].ratio;
+    harris([&](const Cand& c) {
+      if (c.ratio > T) return;
+      if (pick == nullptr || c.abs_alpha > pick->abs_alpha ||
+          (c.abs_alpha == pick->abs_alpha && before(c, *pick)))
+        pick = &c;
+    });
+    *step = pick->ratio;
     g.nflip_d = static_cast<int>(flips.size()) + 1;
-    return cands[pick].j;
+    return pick->j;
   }
 
   // Lagrangian bound of the true costs at y = B^-T c_B: valid for any basis, primal feasible
@@ -407,10 +429,29 @@ struct Dual {
       return 0;
     }
     SVec& col = g.col;
-    ftran_col(g, q, col, true);
+    // DSE needs tau = B^-1 rho: solved with the pivot column in one pass over the factors,
+    // and taken after the flips' solve, the order the solves would have one by one.
+    const bool dse = g.dpricemode == 1;
+    if (dse) {
+      g.tau.copy_from(rho);
+      col.clear();
+      int c = 0;
+      for (int k = g.acols.beg[q]; k < g.acols.beg[q + 1]; ++k) {
+        col.val[g.acols.idx[k]] = g.acols.val[k];
+        col.idx[c++] = g.acols.idx[k];
+      }
+      col.n = c;
+      g.lu.ftran2(col, g.tau, tau_mean > kDenseTau * g.m);
+    } else {
+      ftran_col(g, q, col, true);
+    }
     const double apq = col.val[p];
     const double arow = g.prow[q];
     if (std::fabs(apq) < 1e-12 || std::fabs(apq - arow) > 1e-6 * (1 + std::fabs(apq))) {
+      if (dse) {
+        g.lu.ftran2_drop();
+        g.tau.clear();
+      }
       if (!g.lu.fresh()) {
         request_fact(g, WFACT_NUMERR);
         return 0;
@@ -446,11 +487,8 @@ struct Dual {
       }
       w.clear();
     }
-    // DSE needs B^-1 rho.
-    const bool dse = g.dpricemode == 1;
     if (dse) {
-      g.tau.copy_from(rho);
-      g.lu.ftran(g.tau, false, tau_mean > kDenseTau * g.m);
+      g.lu.ftran2_finish(g.tau);
       tau_mean = 0.95 * tau_mean + 0.05 * g.tau.n;
     }
     // Primal step.

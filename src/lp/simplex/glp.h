@@ -100,6 +100,20 @@ struct BasSnap {
   double rcond = 0;
 };
 
+// Row-wise copy of the structural columns for the pivot row, each row's nonbasic entries
+// first, so that the row-wise product never reads a basic column. compute_pivrow keeps it in
+// step with the basis heads it last saw; `at` maps an entry of acols to its place here.
+struct RowPart {
+  bool built = false;
+  bool cols_sorted = false;  // every column's entries in increasing row order
+  std::vector<int> beg, nnb;  // row i is [beg[i], beg[i+1]); its first nnb[i] are nonbasic
+  std::vector<int> col, src, at;
+  std::vector<double> val;
+  std::vector<int> heads;    // rbas at the last sync
+  std::vector<char> basic;   // structural column held in the basic parts
+  long nnz_nb = 0;           // entries of the nonbasic structurals
+};
+
 struct Glp {
   Imodel* model = nullptr;
 
@@ -260,6 +274,7 @@ struct Glp {
   std::vector<int> prow_idx;    // columns listed in the pivot row
   int prow_n = 0;
   std::vector<char> prow_mark;
+  RowPart rowpart;
   std::vector<char> rowmark;    // scratch marks over rows, all zero between uses
   std::vector<double> dwork;
 

@@ -67,6 +67,30 @@ void SpxLu::ftran(SVec& x, bool save, bool dense) {
   }
 }
 
+void SpxLu::ftran2(SVec& x1, SVec& x2, bool dense2) {
+  if (m_ == 0) return;
+  dense2_ = dense2;
+  if (QZI_lu_ftran2_sv(*f_, lu::SvRef{x1.val.data(), x1.idx.data(), &x1.n, false},
+                       lu::SvRef{x2.val.data(), x2.idx.data(), &x2.n, dense2}, kDropTol) != 0) {
+    valid_ = false;
+    x1.clear();
+    x2.clear();
+  }
+}
+
+void SpxLu::ftran2_finish(SVec& x2) {
+  if (m_ == 0) return;
+  if (QZI_lu_ftran2_finish(*f_, lu::SvRef{x2.val.data(), x2.idx.data(), &x2.n, dense2_},
+                           kDropTol) != 0) {
+    valid_ = false;
+    x2.clear();
+  }
+}
+
+void SpxLu::ftran2_drop() {
+  if (m_ > 0 && f_) QZI_lu_ftran2_drop(*f_);
+}
+
 void SpxLu::btran(SVec& y, bool dense) {
   if (m_ == 0) return;
   if (QZI_lu_btran_sv(*f_, lu::SvRef{y.val.data(), y.idx.data(), &y.n, dense}, kDropTol) != 0) {

@@ -32,6 +32,12 @@ class SpxLu {
   // `dense` tells that the result is expected dense (the engine then skips a doomed sparse
   // search).
   void ftran(SVec& x, bool save, bool dense = false);
+  // Two solves in one pass where both run dense: x1 (saved as the spike) is solved now, x2
+  // when ftran2_finish is called, with the results of ftran(x1, true) and, at that moment,
+  // ftran(x2, false, dense2); solves in between are allowed. ftran2_drop forgets x2.
+  void ftran2(SVec& x1, SVec& x2, bool dense2);
+  void ftran2_finish(SVec& x2);
+  void ftran2_drop();
   // B^T y = c in place.
   void btran(SVec& y, bool dense = false);
   // Replaces the column in position `pos` by the last saved spike.
@@ -59,6 +65,7 @@ class SpxLu {
   int m_ = 0;
   bool valid_ = false;
   const SpMat* mat_ = nullptr;
+  bool dense2_ = false;  // the hint of the pending second vector of ftran2
   std::unique_ptr<LuFactor> f_;
   std::vector<std::pair<int, int>> singular_;
 };
