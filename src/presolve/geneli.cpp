@@ -24,6 +24,19 @@ void scaled_range(double a, double l, double u, double& lo, double& hi) {
 
 bool Presolver::implied_free(int c, int r, double a) {
   const double b = w.rhs[r], l = w.lo[c], u = w.up[c];
+  // A finite bound of c is implied only by a finite end of the others' activity: the cached
+  // counts of infinite contributions turn most candidates down before any sum is taken.
+  if (finite_lo(l) || finite_up(u)) {
+    const Activity& act = w.activity(r);
+    const double atMin = a > 0 ? l : u, atMax = a > 0 ? u : l;
+    const bool cMinInf = !(finite_lo(atMin) && finite_up(atMin));
+    const bool cMaxInf = !(finite_lo(atMax) && finite_up(atMax));
+    const bool mnInf = act.infMin - (cMinInf ? 1 : 0) > 0;
+    const bool mxInf = act.infMax - (cMaxInf ? 1 : 0) > 0;
+    // implLo comes from mx (a > 0) or mn, implUp from the other end.
+    if (finite_lo(l) && (a > 0 ? mxInf : mnInf)) return false;
+    if (finite_up(u) && (a > 0 ? mnInf : mxInf)) return false;
+  }
   double mn, mx;
   w.activity_without(r, c, mn, mx);
   double implLo, implUp;

@@ -27,6 +27,8 @@ int LpWork::load(const Imodel& m) {
   act_.assign(nrows, Activity{});
   rowQueued_.assign(nrows, 0);
   colQueued_.assign(ncols, 0);
+  rowEdited.assign(nrows, 1);
+  colEdited.assign(ncols, 1);
   rowsAlive = nrows;
   colsAlive = ncols;
   nnz = 0;
@@ -76,6 +78,7 @@ int LpWork::add_column(double c, double l, double u) {
   slackRow.push_back(-1);
   slackSign.push_back(0);
   colQueued_.push_back(0);
+  colEdited.push_back(1);
   ++colsAlive;
   return j;
 }
@@ -85,6 +88,8 @@ void LpWork::add_entry(int r, int c, double v) {
   col[c].push_back(ColEnt{r, static_cast<int>(row[r].size()) - 1});
   ++nnz;
   act_[r].stale = true;
+  rowEdited[r] = 1;
+  colEdited[c] = 1;
 }
 
 void LpWork::erase_at(int r, int p) {
@@ -105,11 +110,15 @@ void LpWork::erase_at(int r, int p) {
   rl.pop_back();
   --nnz;
   act_[r].stale = true;
+  rowEdited[r] = 1;
+  colEdited[e.col] = 1;
 }
 
 void LpWork::set_val(int r, int p, double v) {
   row[r][p].val = v;
   act_[r].stale = true;
+  rowEdited[r] = 1;
+  colEdited[row[r][p].col] = 1;
 }
 
 int LpWork::find_in_row(int r, int c) const {

@@ -64,6 +64,9 @@ class LpWork {
   double sense = 1;                    // +1 minimize, -1 maximize (the user's)
   int rowsAlive = 0, colsAlive = 0;
   long nnz = 0;
+  // Set whenever an entry of the row / column is added, removed or changed; the duplicate
+  // searches clear them as they refresh their cached keys.
+  std::vector<char> rowEdited, colEdited;
 
   double val(const ColEnt& e) const { return row[e.row][e.rpos].val; }
   int row_len(int r) const { return static_cast<int>(row[r].size()); }
