@@ -101,15 +101,20 @@ void Presolver::gather(int range, std::vector<std::pair<int, double>>& out) {
 // pairs (first alive member, other) to `visit` when the other is a multiple of the first. The
 // entries of an alive line do not change while a stage runs, so the comparison reads them in
 // place: the first member is scattered by index, the other checked against it.
-template <class Each, class Alive, class Visit>
-int Presolver::dup_pairs(Each each, Alive alive, Visit visit) {
+template <class Each, class Alive, class Visit, class Settled>
+int Presolver::dup_pairs(Each each, Alive alive, Visit visit, Settled settled) {
   std::vector<std::pair<uint64_t, int>>& cand = dupCand_;
+  keep_shared_keys();
   std::sort(cand.begin(), cand.end());
   int changed = 0;
   constexpr int kMaxCompare = 8;
   for (size_t g = 0; g < cand.size();) {
     size_t e = g + 1;
     while (e < cand.size() && cand[e].first == cand[g].first) ++e;
+    if (e - g > 1 && settled(g, e)) {
+      g = e;
+      continue;
+    }
     for (size_t p = g; p + 1 < e; ++p) {
       const int pid = cand[p].second;
       if (!alive(pid)) continue;
@@ -191,6 +196,42 @@ void Presolver::keep_shared_lengths() {
   }
   dupCand_.resize(k);
   for (const auto& [len, id] : dupCand_) dupLenCount_[len] = 0;
+}
+
+// Drops the candidates whose key no other candidate has, most of them, so that the sort that
+// orders the groups sees only the rest. The table only counts: it never orders anything.
+void Presolver::keep_shared_keys() {
+  size_t cap = 16;
+  int bits = 4;
+  while (cap < 2 * dupCand_.size()) {
+    cap <<= 1;
+    ++bits;
+  }
+  // Counts are left at zero after each use, so the table is cleared by the slots it used.
+  if (dupTabCnt_.size() < cap) {
+    dupTabKey_.resize(cap);
+    dupTabCnt_.assign(cap, 0);
+  }
+  const size_t mask = cap - 1;
+  auto slot = [&](uint64_t key) {
+    size_t h = static_cast<size_t>((key * 0x9e3779b97f4a7c15ULL) >> (64 - bits));
+    while (dupTabCnt_[h] != 0 && dupTabKey_[h] != key) h = (h + 1) & mask;
+    return h;
+  };
+  for (const auto& [key, id] : dupCand_) {
+    const size_t h = slot(key);
+    dupTabKey_[h] = key;
+    ++dupTabCnt_[h];
+  }
+  size_t k = 0;
+  for (const auto& pr : dupCand_) {
+    const size_t h = slot(pr.first);
+    if (dupTabCnt_[h] > 1) dupCand_[k++] = pr;
+    dupTabMark_.push_back(h);
+  }
+  dupCand_.resize(k);
+  for (const size_t h : dupTabMark_) dupTabCnt_[h] = 0;
+  dupTabMark_.clear();
 }
 
 int Presolver::genpre_dup_row() {
@@ -288,7 +329,8 @@ int Presolver::genpre_dup_row() {
     for (const RowEnt& e : w.row[r])
       if (e.col != skip) f(e.col, e.val);
   };
-  const int changed = dup_pairs(each, alive, visit);
+  auto settled = [](size_t, size_t) { return false; };
+  const int changed = dup_pairs(each, alive, visit, settled);
   if (changed < 0) return -1;
   if (end_stage(kStageDrp, "drp") != 0) return -1;
   return changed;
@@ -315,7 +357,24 @@ int Presolver::genpre_dup_col() {
     for (const ColEnt& e : w.col[c]) f(e.row, w.val(e));
   };
   auto visit = [&](int j, int k, double lambda) { return dup_col_pair(j, k, lambda); };
-  const int changed = dup_pairs(each, alive, visit);
+  // A group whose members and their data are those of the last round (which reduced
+  // nothing in it, or they would have changed) would be turned down again.
+  const long since = dcpTick_;
+  const bool sameDual = dcpDual_ == static_cast<int>(dual_on());
+  dcpTick_ = w.tick;
+  dcpDual_ = dual_on();
+  if (dcpGroup_.size() != static_cast<size_t>(w.ncols)) dcpGroup_.assign(w.ncols, 0);
+  auto settled = [&](size_t g, size_t e) {
+    const int size = static_cast<int>(e - g);
+    bool same = sameDual && since >= 0;
+    for (size_t p = g; p < e; ++p) {
+      const int c = dupCand_[p].second;
+      if (w.colTick[c] > since || dcpGroup_[c] != size) same = false;
+      dcpGroup_[c] = size;
+    }
+    return same;
+  };
+  const int changed = dup_pairs(each, alive, visit, settled);
   if (changed < 0) return -1;
   if (end_stage(kStageDcp, "dcp") != 0) return -1;
   return changed;

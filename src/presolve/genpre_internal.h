@@ -67,10 +67,11 @@ class Presolver {
   int genpre_dup_row();
   int genpre_dup_col();
   int dup_col_pair(int j, int k, double lambda);
-  template <class Each, class Alive, class Visit>
-  int dup_pairs(Each each, Alive alive, Visit visit);
+  template <class Each, class Alive, class Visit, class Settled>
+  int dup_pairs(Each each, Alive alive, Visit visit, Settled settled);
   void dup_scratch();
   void keep_shared_lengths();
+  void keep_shared_keys();
   // Entries sorted by index appended to `out` (a row without its column `skip`).
   void col_entries(int c, std::vector<std::pair<int, double>>& out);
   void row_entries(int r, int skip, std::vector<std::pair<int, double>>& out);
@@ -135,6 +136,18 @@ class Presolver {
   std::vector<char> dupMark_;
   std::vector<int> dupIdx_;
   std::vector<int> dupLenCount_;
+  std::vector<uint64_t> dupTabKey_;
+  std::vector<int> dupTabCnt_;
+  std::vector<size_t> dupTabMark_;
+  // Duplicate columns: the clock at the start of the last search, the dual state it ran
+  // with, and per column the size of the group it was last seen in.
+  long dcpTick_ = -1;
+  int dcpDual_ = -1;
+  std::vector<int> dcpGroup_;
+  // Dual fixing: the multiplier bounds of the last run and the clock at its start.
+  long sdbTick_ = -1;
+  std::vector<double> sdbYlo_, sdbYup_, sdbPrevLo_, sdbPrevUp_;
+  std::vector<char> sdbLook_;
 };
 
 }  // namespace zento::presolve

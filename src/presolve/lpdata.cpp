@@ -29,6 +29,7 @@ int LpWork::load(const Imodel& m) {
   colQueued_.assign(ncols, 0);
   rowEdited.assign(nrows, 1);
   colEdited.assign(ncols, 1);
+  colTick.assign(ncols, 0);
   rowsAlive = nrows;
   colsAlive = ncols;
   nnz = 0;
@@ -79,6 +80,7 @@ int LpWork::add_column(double c, double l, double u) {
   slackSign.push_back(0);
   colQueued_.push_back(0);
   colEdited.push_back(1);
+  colTick.push_back(++tick);
   ++colsAlive;
   return j;
 }
@@ -90,6 +92,7 @@ void LpWork::add_entry(int r, int c, double v) {
   act_[r].stale = true;
   rowEdited[r] = 1;
   colEdited[c] = 1;
+  colTick[c] = ++tick;
 }
 
 void LpWork::erase_at(int r, int p) {
@@ -112,6 +115,7 @@ void LpWork::erase_at(int r, int p) {
   act_[r].stale = true;
   rowEdited[r] = 1;
   colEdited[e.col] = 1;
+  colTick[e.col] = ++tick;
 }
 
 void LpWork::set_val(int r, int p, double v) {
@@ -119,6 +123,7 @@ void LpWork::set_val(int r, int p, double v) {
   act_[r].stale = true;
   rowEdited[r] = 1;
   colEdited[row[r][p].col] = 1;
+  colTick[row[r][p].col] = ++tick;
 }
 
 int LpWork::find_in_row(int r, int c) const {
@@ -149,6 +154,7 @@ void LpWork::delete_col(int c) {
     erase_at(e.row, e.rpos);
   }
   colAlive[c] = 0;
+  colTick[c] = ++tick;
   --colsAlive;
 }
 
@@ -163,6 +169,7 @@ void LpWork::fix_col(int c, double v) {
 void LpWork::set_bounds(int c, double l, double u) {
   lo[c] = l;
   up[c] = u;
+  colTick[c] = ++tick;
   queue_col(c);
   for (const ColEnt& e : col[c]) {
     act_[e.row].stale = true;
