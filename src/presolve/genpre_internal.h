@@ -126,6 +126,11 @@ class Presolver {
   std::vector<char> converted_;  // per column: slack turned back into a row bound
   std::vector<char> redType_;    // per row: type of the row in the reduced model
   std::vector<double> redRhs_;
+  // Scratch of the reductions and their records, kept to spare an allocation per reduction.
+  std::vector<int> recInts_, recInts2_, recMarked_;
+  std::vector<double> recDbls_, recDbls2_;
+  std::vector<RowEnt> recRow_;
+  std::vector<ColEnt> recCol_;
   // Duplicate searches: cached keys (a row's with the slack it leaves out, -2 before the
   // first) and reused scratch.
   std::vector<uint64_t> colKey_, rowKey_;

@@ -10,6 +10,7 @@
 
 #include "../common/env_fixture.h"
 #include "presolve/lpdata.h"
+#include "presolve/records.h"
 #include "presolve_test_util.h"
 
 namespace zento::test {
@@ -64,7 +65,9 @@ TEST(DupSearchMarks, EveryEditMarksWhatItTouched) {
     for (int c = 0; c < w.ncols; ++c) {
       const bool touched = std::find(ed.cols.begin(), ed.cols.end(), c) != ed.cols.end();
       EXPECT_EQ(w.colTick[c] > before, touched) << "column " << c;
-      if (!touched) EXPECT_EQ(w.colTick[c], ticks[c]) << "column " << c;
+      if (!touched) {
+        EXPECT_EQ(w.colTick[c], ticks[c]) << "column " << c;
+      }
       EXPECT_EQ(w.colEdited[c] != 0, touched && ed.entries) << "column " << c;
     }
     for (int r = 0; r < w.nrows; ++r) {
@@ -82,16 +85,18 @@ using DupSearch = EnvFixture;
 
 // y and z differ only in row r2. The doubleton equation w + z = 1 eliminates w (fewer
 // entries) and carries -w into r2, which cancels z's entry there: from then on y and z are
-// parallel with equal costs, and only a search that refreshes z's key merges them.
+// parallel with equal costs, and only a search that refreshes z's key merges them. The
+// column q has z's length, so that z's key is taken before the elimination.
 TEST_F(DupSearch, ColumnsMadeParallelBySubstitutionAreMerged) {
-  //             y   z   w   u   v
+  //             y   z   w   u   v   q
   const LpData lp =
-      dense_lp(QZ_MIN, {2, 3, 1, 1, 1},
-               {{1, 1, 0, 1, 0},     // r0
-                {2, 2, 0, 0, 1},     // r1
-                {0, -1, -1, 1, 1},   // r2
-                {0, 1, 1, 0, 0}},    // r3: w + z = 1
-               {3, 4, 1, 1}, "GGEE", {0, 0, 0, 0, 0}, {4, 4, 4, 4, 4});
+      dense_lp(QZ_MIN, {2, 3, 1, 1, 1, 1},
+               {{1, 1, 0, 1, 0, 3},     // r0
+                {2, 2, 0, 0, 1, 1},     // r1
+                {0, -1, -1, 1, 1, 2},   // r2
+                {0, 1, 1, 0, 0, 0},     // r3: w + z = 1
+                {0, 0, 0, 1, 1, 1}},    // r4
+               {3, 4, 1, 1, 2}, "GGEEL", {0, 0, 0, 0, 0, 0}, {4, 4, 4, 4, 4, 4});
   std::string log;
   SolveRun on, off;
   solve_at(env, lp, 254, on, QZ_METHOD_FREE, 0, &log);
@@ -115,9 +120,11 @@ TEST_F(DupSearch, ColumnsMadeParallelBySubstitutionAreMerged) {
 
 // ---- salted models: no mergeable pair survives ----
 
-// Appends `copies` scaled copies of random columns (same pattern, values and cost times a
-// positive factor, box bounds), and doubleton equations that tie new columns to old ones so
-// that substitutions edit the copies between rounds.
+// Appends scaled copies of random columns (same pattern, values and cost times a positive
+// factor, box bounds) and gadgets that hide a copy until a substitution: z = f x_j plus -1 in
+// a new row R2 and +1 in a doubleton equation R3 with a new column w (w + z = 1, w also -1 in
+// R2, and p alone in R2). Eliminating w cancels z's entry in R2 and leaves z parallel to x_j
+// with the cost f c_j.
 void salt_parallel(LpData& lp, uint64_t seed) {
   std::mt19937_64 rng(seed);
   std::uniform_real_distribution<double> U(0.5, 3.0);
@@ -137,46 +144,29 @@ void salt_parallel(LpData& lp, uint64_t seed) {
     lp.up.push_back(up);
     ++lp.n;
   };
-  for (int k = 0; k < 6; ++k) {
+  auto add_row = [&](double b) {
+    lp.b.push_back(b);
+    lp.types.push_back('E');
+    return lp.m++;
+  };
+  for (int k = 0; k < 9; ++k) {
     const int j = static_cast<int>(rng() % n0);
     if (cols[j].size() < 2) continue;
     const double f = U(rng);
     auto ent = cols[j];
     for (auto& e : ent) e.second *= f;
-    add_col(ent, lp.c[j] * f, 0.0, 2.0);
-  }
-  // t + x_j = b with a new column t: eliminating t edits nothing, eliminating x_j moves its
-  // entries onto t.
-  for (int k = 0; k < 3; ++k) {
-    const int j = static_cast<int>(rng() % n0);
-    const int r = lp.m++;
-    lp.b.push_back(1.0);
-    lp.types.push_back('E');
-    add_col({{r, 1.0}}, 0.0, -5.0, 5.0);
-    // The entry of x_j in the new row goes into its column list.
-    cols[j].emplace_back(r, 1.0);
-  }
-  // Rebuild the column-major arrays of the original columns with their new entries.
-  LpData out = lp;
-  out.rows.clear();
-  out.vals.clear();
-  out.beg.assign(1, 0);
-  for (int j = 0; j < lp.n; ++j) {
-    if (j < n0) {
-      for (const auto& [r, v] : cols[j]) {
-        out.rows.push_back(r);
-        out.vals.push_back(v);
-      }
-    } else {
-      for (int k = lp.beg[j]; k < lp.beg[j + 1]; ++k) {
-        out.rows.push_back(lp.rows[k]);
-        out.vals.push_back(lp.vals[k]);
-      }
+    if (k < 6) {
+      add_col(ent, lp.c[j] * f, 0.0, 2.0);
+      continue;
     }
-    out.beg.push_back(static_cast<int>(out.vals.size()));
+    const int r2 = add_row(1.0), r3 = add_row(1.0);
+    ent.emplace_back(r2, -1.0);
+    ent.emplace_back(r3, 1.0);
+    add_col(ent, lp.c[j] * f + 1.0, 0.0, 2.0);          // z
+    add_col({{r2, -1.0}, {r3, 1.0}}, 1.0, 0.0, 4.0);  // w
+    add_col({{r2, 1.0}}, 0.0, 0.0, 4.0);              // p
   }
-  out.has_opt = false;
-  lp = out;
+  lp.has_opt = false;
 }
 
 bool finite(double v) { return std::fabs(v) < 1e15; }
@@ -223,7 +213,7 @@ TEST_F(DupSearch, SaltedModelsKeepNoMergeablePair) {
       }
   }
   // The salt must give the search work, or the test proves nothing.
-  EXPECT_GT(merged, 24);
+  EXPECT_GT(merged, 24 * 3);
 }
 
 }  // namespace
