@@ -24,6 +24,19 @@ void scaled_range(double a, double l, double u, double& lo, double& hi) {
 
 bool Presolver::implied_free(int c, int r, double a) {
   const double b = w.rhs[r], l = w.lo[c], u = w.up[c];
+  // A finite bound of c is implied only by a finite end of the others' activity: the cached
+  // counts of infinite contributions turn most candidates down before any sum is taken.
+  if (finite_lo(l) || finite_up(u)) {
+    const Activity& act = w.activity(r);
+    const double atMin = a > 0 ? l : u, atMax = a > 0 ? u : l;
+    const bool cMinInf = !(finite_lo(atMin) && finite_up(atMin));
+    const bool cMaxInf = !(finite_lo(atMax) && finite_up(atMax));
+    const bool mnInf = act.infMin - (cMinInf ? 1 : 0) > 0;
+    const bool mxInf = act.infMax - (cMaxInf ? 1 : 0) > 0;
+    // implLo comes from mx (a > 0) or mn, implUp from the other end.
+    if (finite_lo(l) && (a > 0 ? mxInf : mnInf)) return false;
+    if (finite_up(u) && (a > 0 ? mnInf : mxInf)) return false;
+  }
   double mn, mx;
   w.activity_without(r, c, mn, mx);
   double implLo, implUp;
@@ -47,8 +60,14 @@ bool Presolver::implied_free(int c, int r, double a) {
 int Presolver::eliminate_rec(int c, int r, int k) {
   const int pc = w.find_in_row(r, c);
   const double a = w.row[r][pc].val, b = w.rhs[r];
-  std::vector<int> rowCols, colRows;
-  std::vector<double> rowVals, colVals;
+  std::vector<int>& rowCols = recInts_;
+  std::vector<int>& colRows = recInts2_;
+  std::vector<double>& rowVals = recDbls_;
+  std::vector<double>& colVals = recDbls2_;
+  rowCols.clear();
+  colRows.clear();
+  rowVals.clear();
+  colVals.clear();
   for (const RowEnt& e : w.row[r])
     if (e.col != c) {
       rowCols.push_back(e.col);
@@ -103,17 +122,19 @@ int Presolver::eliminate_rec(int c, int r, int k) {
 
 void Presolver::substitute(int c, int r) {
   const double a = w.row[r][w.find_in_row(r, c)].val, b = w.rhs[r];
-  const std::vector<RowEnt> prow = w.row[r];
+  std::vector<RowEnt>& prow = recRow_;
+  prow.assign(w.row[r].begin(), w.row[r].end());
   const double cc = w.cost[c];
   if (cc != 0.0) {
     for (const RowEnt& e : prow)
       if (e.col != c) w.set_cost(e.col, w.cost[e.col] - cc * e.val / a);
     w.objConst += cc * b / a;
   }
-  std::vector<ColEnt> others;
+  std::vector<ColEnt>& others = recCol_;
+  others.clear();
   for (const ColEnt& e : w.col[c])
     if (e.row != r) others.push_back(e);
-  std::vector<int> marked;
+  std::vector<int>& marked = recMarked_;
   for (const ColEnt& oc : others) {
     const int i = oc.row;
     const int pci = w.find_in_row(i, c);

@@ -264,12 +264,9 @@ int Presolver::remove_slacks_vars() {
 }
 
 int Presolver::setup_red_model() {
-  std::vector<int> rows, cols, rowMap(w.nrows, -1);
+  std::vector<int> rows, cols;
   for (int r = 0; r < w.nrows; ++r)
-    if (w.rowAlive[r]) {
-      rowMap[r] = static_cast<int>(rows.size());
-      rows.push_back(r);
-    }
+    if (w.rowAlive[r]) rows.push_back(r);
   for (int c = 0; c < w.ncols; ++c)
     if (w.colAlive[c] && !converted_[c]) cols.push_back(c);
   post_.push_ints(rows);
@@ -282,20 +279,24 @@ int Presolver::setup_red_model() {
   rec_.redNnz = 0;
   if (nr == 0 && nc == 0) return 0;
 
-  std::vector<int> beg(nc + 1, 0), idx;
-  std::vector<double> val, c(nc), l(nc), u(nc), b(nr);
+  // Columns come out sorted by row when the rows are walked in order: a count and a fill,
+  // no sort.
+  std::vector<int> colMap(w.ncols, -1);
+  for (int k = 0; k < nc; ++k) colMap[cols[k]] = k;
+  std::vector<int> beg(nc + 1, 0);
+  for (int k = 0; k < nc; ++k) beg[k + 1] = beg[k] + w.col_len(cols[k]);
+  std::vector<int> idx(beg[nc]), fill(beg.begin(), beg.end() - 1);
+  std::vector<double> val(beg[nc]), c(nc), l(nc), u(nc), b(nr);
   std::vector<char> types(nr + 1, 0);
-  std::vector<std::pair<int, double>> ent;
+  for (int i = 0; i < nr; ++i)
+    for (const RowEnt& e : w.row[rows[i]]) {
+      const int k = colMap[e.col];
+      if (k < 0) continue;
+      idx[fill[k]] = i;
+      val[fill[k]++] = e.val;
+    }
   for (int k = 0; k < nc; ++k) {
     const int j = cols[k];
-    ent.clear();
-    for (const ColEnt& e : w.col[j]) ent.emplace_back(rowMap[e.row], w.val(e));
-    std::sort(ent.begin(), ent.end());
-    for (const auto& pr : ent) {
-      idx.push_back(pr.first);
-      val.push_back(pr.second);
-    }
-    beg[k + 1] = static_cast<int>(idx.size());
     c[k] = w.sense * w.cost[j];
     l[k] = w.lo[j] <= -kInf ? -QZ_INFINITY : w.lo[j];
     u[k] = w.up[j] >= kInf ? QZ_INFINITY : w.up[j];

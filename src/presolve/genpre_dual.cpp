@@ -14,7 +14,10 @@
 namespace zento::presolve {
 
 int Presolver::genpre_dual_fixing() {
-  std::vector<double> ylo(w.nrows, -kInf), yup(w.nrows, kInf);
+  std::vector<double>& ylo = sdbYlo_;
+  std::vector<double>& yup = sdbYup_;
+  ylo.assign(w.nrows, -kInf);
+  yup.assign(w.nrows, kInf);
   const double t = std::max(reps_, ceps_);
   for (int k = 0; k < w.ncols; ++k) {
     if (!w.colAlive[k] || w.col_len(k) != 1) continue;
@@ -32,8 +35,25 @@ int Presolver::genpre_dual_fixing() {
       dual_infeasible();
       return 0;
     }
+  // A column that was not fixed last time, has not changed since and meets only rows whose
+  // multiplier bounds are the same or looser, is not fixed now: its reduced cost range only
+  // widened (rounding is monotone in every term). Only the others are looked at, in order.
+  const bool first = sdbTick_ < 0;
+  std::vector<char>& look = sdbLook_;
+  look.assign(w.ncols, first ? 1 : 0);
+  if (!first) {
+    for (int j = 0; j < w.ncols; ++j)
+      if (w.colTick[j] > sdbTick_) look[j] = 1;
+    for (int r = 0; r < w.nrows; ++r)
+      if (ylo[r] > sdbPrevLo_[r] || yup[r] < sdbPrevUp_[r])
+        for (const RowEnt& e : w.row[r]) look[e.col] = 1;
+  }
+  sdbTick_ = w.tick;
+  sdbPrevLo_ = ylo;
+  sdbPrevUp_ = yup;
   int changed = 0;
   for (int j = 0; j < w.ncols; ++j) {
+    if (!look[j]) continue;
     if (!w.colAlive[j] || w.col_len(j) == 0 || w.lo[j] == w.up[j]) continue;
     const double c = w.cost[j];
     double dmin = c, dmax = c;

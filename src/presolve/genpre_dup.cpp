@@ -2,7 +2,9 @@
 //
 // Candidates are grouped by a key of their pattern and their values scaled by the first
 // entry; the groups come from a sort, never from the order of a hash table, and a pair is
-// accepted only after an exact comparison of the ratios. Parallel rows keep one row with the
+// accepted only after an exact comparison of the ratios. Keys are kept from one round to the
+// next and recomputed only for lines whose entries changed, so a round over an unchanged
+// model costs a scan and a sort of integers. Parallel rows keep one row with the
 // intersection of both ranges (the ranges live in the rows' slack columns); parallel columns
 // with proportional costs merge into one column, and otherwise the cost difference may show
 // that one of them sits at a bound.
@@ -17,87 +19,249 @@ namespace zento::presolve {
 
 namespace {
 
-struct Line {
-  uint64_t key = 0;
-  int id = 0;
-  std::vector<std::pair<int, double>> ent;  // sorted by index
-};
+using Ent = std::pair<int, double>;
 
 uint64_t mix(uint64_t h, uint64_t v) {
   h ^= v + 0x9e3779b97f4a7c15ULL + (h << 6) + (h >> 2);
   return h;
 }
 
-void make_key(Line& l) {
-  std::sort(l.ent.begin(), l.ent.end());
-  uint64_t h = l.ent.size();
-  const double first = l.ent[0].second;
-  for (const auto& [idx, v] : l.ent) {
-    h = mix(h, static_cast<uint64_t>(idx));
-    const double q = std::nearbyint(v / first * 1e8);
+// Key of a line sorted by index: its pattern and its values scaled by the first entry.
+uint64_t line_key(const Ent* ent, size_t n) {
+  uint64_t h = n;
+  const double first = ent[0].second;
+  for (size_t p = 0; p < n; ++p) {
+    h = mix(h, static_cast<uint64_t>(ent[p].first));
+    const double q = std::nearbyint(ent[p].second / first * 1e8);
     h = mix(h, static_cast<uint64_t>(static_cast<int64_t>(q)));
   }
-  l.key = h;
+  return h;
 }
 
-// a = lambda * b entry by entry, same pattern; returns lambda or 0.
-double parallel(const Line& a, const Line& b) {
-  if (a.ent.size() != b.ent.size()) return 0;
-  const double lambda = a.ent[0].second / b.ent[0].second;
-  for (size_t p = 0; p < a.ent.size(); ++p) {
-    if (a.ent[p].first != b.ent[p].first) return 0;
-    const double want = lambda * b.ent[p].second;
-    if (std::fabs(a.ent[p].second - want) >
-        1e-12 * std::max(std::fabs(want), std::fabs(a.ent[p].second)))
-      return 0;
+void sort_ents(Ent* b, Ent* e) {
+  // Lines are short: an insertion sort beats the general one on them.
+  if (e - b > 16) {
+    std::sort(b, e);
+    return;
   }
-  return lambda;
+  for (Ent* p = b + 1; p < e; ++p) {
+    const Ent v = *p;
+    Ent* q = p;
+    for (; q > b && v < q[-1]; --q) *q = q[-1];
+    *q = v;
+  }
 }
 
-// Groups of equal keys, each pair (first alive member, other) offered to `visit`.
-template <class Alive, class Visit>
-int for_pairs(std::vector<Line>& lines, Alive alive, Visit visit) {
-  std::sort(lines.begin(), lines.end(), [](const Line& x, const Line& y) {
-    return x.key != y.key ? x.key < y.key : x.id < y.id;
-  });
+}  // namespace
+
+void Presolver::col_entries(int c, std::vector<std::pair<int, double>>& out) {
+  const size_t b = out.size();
+  if (dense_order(w.col_len(c), w.nrows)) {
+    for (const ColEnt& e : w.col[c]) scatter(e.row, w.val(e));
+    gather(w.nrows, out);
+    return;
+  }
+  for (const ColEnt& e : w.col[c]) out.emplace_back(e.row, w.val(e));
+  sort_ents(out.data() + b, out.data() + out.size());
+}
+
+void Presolver::row_entries(int r, int skip, std::vector<std::pair<int, double>>& out) {
+  const size_t b = out.size();
+  if (dense_order(w.row_len(r), w.ncols)) {
+    for (const RowEnt& e : w.row[r])
+      if (e.col != skip) scatter(e.col, e.val);
+    gather(w.ncols, out);
+    return;
+  }
+  for (const RowEnt& e : w.row[r])
+    if (e.col != skip) out.emplace_back(e.col, e.val);
+  sort_ents(out.data() + b, out.data() + out.size());
+}
+
+// A long line is put in order by a scan of the index range rather than by a sort, once the
+// range is shorter than what the sort would cost.
+bool Presolver::dense_order(int len, int range) const {
+  return len > 16 && 8L * len >= range;
+}
+
+void Presolver::scatter(int i, double v) {
+  dupVal_[i] = v;
+  dupMark_[i] = 1;
+}
+
+void Presolver::gather(int range, std::vector<std::pair<int, double>>& out) {
+  for (int i = 0; i < range; ++i)
+    if (dupMark_[i]) {
+      out.emplace_back(i, dupVal_[i]);
+      dupMark_[i] = 0;
+    }
+}
+
+// Candidates in `dupCand_` (key, id) are sorted, and each group of equal keys offers its
+// pairs (first alive member, other) to `visit` when the other is a multiple of the first. The
+// entries of an alive line do not change while a stage runs, so the comparison reads them in
+// place: the first member is scattered by index, the other checked against it.
+template <class Each, class Alive, class Visit, class Settled>
+int Presolver::dup_pairs(Each each, Alive alive, Visit visit, Settled settled) {
+  std::vector<std::pair<uint64_t, int>>& cand = dupCand_;
+  keep_shared_keys();
+  std::sort(cand.begin(), cand.end());
   int changed = 0;
   constexpr int kMaxCompare = 8;
-  for (size_t g = 0; g < lines.size();) {
+  for (size_t g = 0; g < cand.size();) {
     size_t e = g + 1;
-    while (e < lines.size() && lines[e].key == lines[g].key) ++e;
-    for (size_t p = g; p < e; ++p) {
-      if (!alive(lines[p].id)) continue;
+    while (e < cand.size() && cand[e].first == cand[g].first) ++e;
+    if (e - g > 1 && settled(g, e)) {
+      g = e;
+      continue;
+    }
+    for (size_t p = g; p + 1 < e; ++p) {
+      const int pid = cand[p].second;
+      if (!alive(pid)) continue;
+      // The first entry of a line is the one of least index.
+      int pLen = 0, pFirst = -1;
+      double pFirstVal = 0;
+      dupIdx_.clear();
+      each(pid, [&](int i, double v) {
+        dupVal_[i] = v;
+        dupMark_[i] = 1;
+        dupIdx_.push_back(i);
+        ++pLen;
+        if (pFirst < 0 || i < pFirst) {
+          pFirst = i;
+          pFirstVal = v;
+        }
+      });
       int compared = 0;
+      int rc = 0;
       for (size_t q = p + 1; q < e && compared < kMaxCompare; ++q) {
-        if (!alive(lines[q].id) || !alive(lines[p].id)) continue;
+        const int qid = cand[q].second;
+        if (!alive(qid) || !alive(pid)) continue;
         ++compared;
-        const double lambda = parallel(lines[q], lines[p]);
-        if (lambda == 0) continue;
-        const int r = visit(lines[p].id, lines[q].id, lambda);
-        if (r < 0) return -1;
-        changed |= r;
+        // q = lambda * p entry by entry, same pattern.
+        int qLen = 0, qFirst = -1;
+        double qFirstVal = 0;
+        each(qid, [&](int i, double v) {
+          ++qLen;
+          if (qFirst < 0 || i < qFirst) {
+            qFirst = i;
+            qFirstVal = v;
+          }
+        });
+        if (qLen != pLen || qFirst != pFirst) continue;
+        const double lambda = qFirstVal / pFirstVal;
+        bool same = true;
+        each(qid, [&](int i, double v) {
+          if (!same) return;
+          if (!dupMark_[i]) {
+            same = false;
+            return;
+          }
+          const double want = lambda * dupVal_[i];
+          if (std::fabs(v - want) > 1e-12 * std::max(std::fabs(want), std::fabs(v))) same = false;
+        });
+        if (!same || lambda == 0) continue;
+        rc = visit(pid, qid, lambda);
+        if (rc < 0) break;
+        changed |= rc;
       }
+      // A visit may have removed p: clear the marks from the list, not from p.
+      for (const int i : dupIdx_) dupMark_[i] = 0;
+      if (rc < 0) return -1;
     }
     g = e;
   }
   return changed;
 }
 
-}  // namespace
+void Presolver::dup_scratch() {
+  const size_t n = static_cast<size_t>(std::max(w.nrows, w.ncols));
+  if (dupMark_.size() < n) {
+    dupMark_.assign(n, 0);
+    dupVal_.assign(n, 0.0);
+    dupLenCount_.assign(n + 1, 0);
+  }
+}
+
+// Candidates come in as (length, id); a line whose length no other candidate has cannot be
+// parallel to any, and leaves before its key is computed.
+void Presolver::keep_shared_lengths() {
+  for (const auto& [len, id] : dupCand_) ++dupLenCount_[len];
+  size_t k = 0;
+  for (const auto& pr : dupCand_) {
+    if (dupLenCount_[pr.first] > 1)
+      dupCand_[k++] = pr;
+    else
+      dupLenCount_[pr.first] = 0;
+  }
+  dupCand_.resize(k);
+  for (const auto& [len, id] : dupCand_) dupLenCount_[len] = 0;
+}
+
+// Drops the candidates whose key no other candidate has, most of them, so that the sort that
+// orders the groups sees only the rest. The table only counts: it never orders anything.
+void Presolver::keep_shared_keys() {
+  size_t cap = 16;
+  int bits = 4;
+  while (cap < 2 * dupCand_.size()) {
+    cap <<= 1;
+    ++bits;
+  }
+  // Counts are left at zero after each use, so the table is cleared by the slots it used.
+  if (dupTabCnt_.size() < cap) {
+    dupTabKey_.resize(cap);
+    dupTabCnt_.assign(cap, 0);
+  }
+  const size_t mask = cap - 1;
+  auto slot = [&](uint64_t key) {
+    size_t h = static_cast<size_t>((key * 0x9e3779b97f4a7c15ULL) >> (64 - bits));
+    while (dupTabCnt_[h] != 0 && dupTabKey_[h] != key) h = (h + 1) & mask;
+    return h;
+  };
+  for (const auto& [key, id] : dupCand_) {
+    const size_t h = slot(key);
+    dupTabKey_[h] = key;
+    ++dupTabCnt_[h];
+  }
+  size_t k = 0;
+  for (const auto& pr : dupCand_) {
+    const size_t h = slot(pr.first);
+    if (dupTabCnt_[h] > 1) dupCand_[k++] = pr;
+    dupTabMark_.push_back(h);
+  }
+  dupCand_.resize(k);
+  for (const size_t h : dupTabMark_) dupTabCnt_[h] = 0;
+  dupTabMark_.clear();
+}
 
 int Presolver::genpre_dup_row() {
-  std::vector<Line> lines;
+  // Keys are cached per row together with the slack they leave out, and refreshed when the
+  // row's entries or the purity of its slack changed.
+  dup_scratch();
+  if (rowKey_.size() != static_cast<size_t>(w.nrows)) {
+    rowKey_.assign(w.nrows, 0);
+    rowKeySkip_.assign(w.nrows, -2);
+  }
+  dupCand_.clear();
   for (int r = 0; r < w.nrows; ++r) {
     if (!w.rowAlive[r]) continue;
     const int s = w.slackCol[r];
-    const bool pure = s >= 0 && w.pure_slack(s);
-    Line l;
-    l.id = r;
-    for (const RowEnt& e : w.row[r])
-      if (!(pure && e.col == s)) l.ent.emplace_back(e.col, e.val);
-    if (l.ent.empty()) continue;
-    make_key(l);
-    lines.push_back(std::move(l));
+    const int skip = s >= 0 && w.pure_slack(s) ? s : -1;
+    const int len = w.row_len(r) - (skip >= 0 ? 1 : 0);
+    if (len > 0) dupCand_.emplace_back(len, r);
+  }
+  keep_shared_lengths();
+  for (auto& [key, r] : dupCand_) {
+    const int s = w.slackCol[r];
+    const int skip = s >= 0 && w.pure_slack(s) ? s : -1;
+    if (w.rowEdited[r] || rowKeySkip_[r] != skip) {
+      dupEnt_.clear();
+      row_entries(r, skip, dupEnt_);
+      rowKey_[r] = line_key(dupEnt_.data(), dupEnt_.size());
+      rowKeySkip_[r] = skip;
+      w.rowEdited[r] = 0;
+    }
+    key = rowKey_[r];
   }
   auto alive = [&](int r) { return w.rowAlive[r] != 0; };
   auto visit = [&](int r, int q, double lambda) -> int {
@@ -160,25 +324,57 @@ int Presolver::genpre_dup_row() {
     ++reductions_;
     return 1;
   };
-  const int changed = for_pairs(lines, alive, visit);
+  auto each = [&](int r, auto&& f) {
+    const int skip = rowKeySkip_[r];
+    for (const RowEnt& e : w.row[r])
+      if (e.col != skip) f(e.col, e.val);
+  };
+  auto settled = [](size_t, size_t) { return false; };
+  const int changed = dup_pairs(each, alive, visit, settled);
   if (changed < 0) return -1;
   if (end_stage(kStageDrp, "drp") != 0) return -1;
   return changed;
 }
 
 int Presolver::genpre_dup_col() {
-  std::vector<Line> lines;
-  for (int c = 0; c < w.ncols; ++c) {
-    if (!w.colAlive[c] || w.col_len(c) == 0 || w.pure_slack(c)) continue;
-    Line l;
-    l.id = c;
-    for (const ColEnt& e : w.col[c]) l.ent.emplace_back(e.row, w.val(e));
-    make_key(l);
-    lines.push_back(std::move(l));
+  dup_scratch();
+  if (colKey_.size() != static_cast<size_t>(w.ncols)) colKey_.assign(w.ncols, 0);
+  dupCand_.clear();
+  for (int c = 0; c < w.ncols; ++c)
+    if (w.colAlive[c] && w.col_len(c) > 0 && !w.pure_slack(c)) dupCand_.emplace_back(w.col_len(c), c);
+  keep_shared_lengths();
+  for (auto& [key, c] : dupCand_) {
+    if (w.colEdited[c]) {
+      dupEnt_.clear();
+      col_entries(c, dupEnt_);
+      colKey_[c] = line_key(dupEnt_.data(), dupEnt_.size());
+      w.colEdited[c] = 0;
+    }
+    key = colKey_[c];
   }
   auto alive = [&](int c) { return w.colAlive[c] != 0; };
+  auto each = [&](int c, auto&& f) {
+    for (const ColEnt& e : w.col[c]) f(e.row, w.val(e));
+  };
   auto visit = [&](int j, int k, double lambda) { return dup_col_pair(j, k, lambda); };
-  const int changed = for_pairs(lines, alive, visit);
+  // A group whose members and their data are those of the last round (which reduced
+  // nothing in it, or they would have changed) would be turned down again.
+  const long since = dcpTick_;
+  const bool sameDual = dcpDual_ == static_cast<int>(dual_on());
+  dcpTick_ = w.tick;
+  dcpDual_ = dual_on();
+  if (dcpGroup_.size() != static_cast<size_t>(w.ncols)) dcpGroup_.assign(w.ncols, 0);
+  auto settled = [&](size_t g, size_t e) {
+    const int size = static_cast<int>(e - g);
+    bool same = sameDual && since >= 0;
+    for (size_t p = g; p < e; ++p) {
+      const int c = dupCand_[p].second;
+      if (w.colTick[c] > since || dcpGroup_[c] != size) same = false;
+      dcpGroup_[c] = size;
+    }
+    return same;
+  };
+  const int changed = dup_pairs(each, alive, visit, settled);
   if (changed < 0) return -1;
   if (end_stage(kStageDcp, "dcp") != 0) return -1;
   return changed;

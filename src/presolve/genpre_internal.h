@@ -15,6 +15,8 @@
 #pragma once
 
 #include <cmath>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "presolve/lpdata.h"
@@ -65,6 +67,17 @@ class Presolver {
   int genpre_dup_row();
   int genpre_dup_col();
   int dup_col_pair(int j, int k, double lambda);
+  template <class Each, class Alive, class Visit, class Settled>
+  int dup_pairs(Each each, Alive alive, Visit visit, Settled settled);
+  void dup_scratch();
+  void keep_shared_lengths();
+  void keep_shared_keys();
+  // Entries sorted by index appended to `out` (a row without its column `skip`).
+  void col_entries(int c, std::vector<std::pair<int, double>>& out);
+  void row_entries(int r, int skip, std::vector<std::pair<int, double>>& out);
+  bool dense_order(int len, int range) const;
+  void scatter(int i, double v);
+  void gather(int range, std::vector<std::pair<int, double>>& out);
   int genpre_eliminator(bool doubletonOnly);
   int eliminate_doubleton(int r);
   int eliminate_implied_free(int c);
@@ -113,6 +126,33 @@ class Presolver {
   std::vector<char> converted_;  // per column: slack turned back into a row bound
   std::vector<char> redType_;    // per row: type of the row in the reduced model
   std::vector<double> redRhs_;
+  // Scratch of the reductions and their records, kept to spare an allocation per reduction.
+  std::vector<int> recInts_, recInts2_, recMarked_;
+  std::vector<double> recDbls_, recDbls2_;
+  std::vector<RowEnt> recRow_;
+  std::vector<ColEnt> recCol_;
+  // Duplicate searches: cached keys (a row's with the slack it leaves out, -2 before the
+  // first) and reused scratch.
+  std::vector<uint64_t> colKey_, rowKey_;
+  std::vector<int> rowKeySkip_;
+  std::vector<std::pair<uint64_t, int>> dupCand_;
+  std::vector<std::pair<int, double>> dupEnt_;
+  std::vector<double> dupVal_;  // a line scattered by index, marked in dupMark_
+  std::vector<char> dupMark_;
+  std::vector<int> dupIdx_;
+  std::vector<int> dupLenCount_;
+  std::vector<uint64_t> dupTabKey_;
+  std::vector<int> dupTabCnt_;
+  std::vector<size_t> dupTabMark_;
+  // Duplicate columns: the clock at the start of the last search, the dual state it ran
+  // with, and per column the size of the group it was last seen in.
+  long dcpTick_ = -1;
+  int dcpDual_ = -1;
+  std::vector<int> dcpGroup_;
+  // Dual fixing: the multiplier bounds of the last run and the clock at its start.
+  long sdbTick_ = -1;
+  std::vector<double> sdbYlo_, sdbYup_, sdbPrevLo_, sdbPrevUp_;
+  std::vector<char> sdbLook_;
 };
 
 }  // namespace zento::presolve

@@ -11,8 +11,10 @@
 namespace zento::presolve {
 
 void Presolver::delete_row_rec(int r, int slack) {
-  std::vector<int> cols;
-  std::vector<double> vals;
+  std::vector<int>& cols = recInts_;
+  std::vector<double>& vals = recDbls_;
+  cols.clear();
+  vals.clear();
   if (slack >= 0)
     for (const RowEnt& e : w.row[r]) {
       cols.push_back(e.col);
@@ -30,8 +32,10 @@ void Presolver::delete_row_rec(int r, int slack) {
 }
 
 void Presolver::fix_col_rec(int c, double v, int row) {
-  std::vector<int> rows;
-  std::vector<double> vals;
+  std::vector<int>& rows = recInts_;
+  std::vector<double>& vals = recDbls_;
+  rows.clear();
+  vals.clear();
   for (const ColEnt& e : w.col[c]) {
     rows.push_back(e.row);
     vals.push_back(w.val(e));
@@ -51,10 +55,12 @@ void Presolver::fix_col_rec(int c, double v, int row) {
 }
 
 void Presolver::force_row_rec(int r, bool atMin) {
-  std::vector<RowEnt> ents = w.row[r];
-  std::vector<double> fixAt(ents.size());
-  std::vector<int> rows;
-  std::vector<double> vals;
+  std::vector<RowEnt>& ents = recRow_;
+  ents.assign(w.row[r].begin(), w.row[r].end());
+  std::vector<double>& fixAt = recDbls2_;
+  fixAt.assign(ents.size(), 0.0);
+  std::vector<int>& rows = recInts_;
+  std::vector<double>& vals = recDbls_;
   for (size_t p = 0; p < ents.size(); ++p) {
     const int k = ents[p].col;
     const double a = ents[p].val;

@@ -27,6 +27,9 @@ int LpWork::load(const Imodel& m) {
   act_.assign(nrows, Activity{});
   rowQueued_.assign(nrows, 0);
   colQueued_.assign(ncols, 0);
+  rowEdited.assign(nrows, 1);
+  colEdited.assign(ncols, 1);
+  colTick.assign(ncols, 0);
   rowsAlive = nrows;
   colsAlive = ncols;
   nnz = 0;
@@ -76,6 +79,8 @@ int LpWork::add_column(double c, double l, double u) {
   slackRow.push_back(-1);
   slackSign.push_back(0);
   colQueued_.push_back(0);
+  colEdited.push_back(1);
+  colTick.push_back(++tick);
   ++colsAlive;
   return j;
 }
@@ -85,6 +90,9 @@ void LpWork::add_entry(int r, int c, double v) {
   col[c].push_back(ColEnt{r, static_cast<int>(row[r].size()) - 1});
   ++nnz;
   act_[r].stale = true;
+  rowEdited[r] = 1;
+  colEdited[c] = 1;
+  colTick[c] = ++tick;
 }
 
 void LpWork::erase_at(int r, int p) {
@@ -105,11 +113,17 @@ void LpWork::erase_at(int r, int p) {
   rl.pop_back();
   --nnz;
   act_[r].stale = true;
+  rowEdited[r] = 1;
+  colEdited[e.col] = 1;
+  colTick[e.col] = ++tick;
 }
 
 void LpWork::set_val(int r, int p, double v) {
   row[r][p].val = v;
   act_[r].stale = true;
+  rowEdited[r] = 1;
+  colEdited[row[r][p].col] = 1;
+  colTick[row[r][p].col] = ++tick;
 }
 
 int LpWork::find_in_row(int r, int c) const {
@@ -140,6 +154,7 @@ void LpWork::delete_col(int c) {
     erase_at(e.row, e.rpos);
   }
   colAlive[c] = 0;
+  colTick[c] = ++tick;
   --colsAlive;
 }
 
@@ -154,6 +169,7 @@ void LpWork::fix_col(int c, double v) {
 void LpWork::set_bounds(int c, double l, double u) {
   lo[c] = l;
   up[c] = u;
+  colTick[c] = ++tick;
   queue_col(c);
   for (const ColEnt& e : col[c]) {
     act_[e.row].stale = true;

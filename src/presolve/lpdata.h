@@ -64,6 +64,13 @@ class LpWork {
   double sense = 1;                    // +1 minimize, -1 maximize (the user's)
   int rowsAlive = 0, colsAlive = 0;
   long nnz = 0;
+  // Set whenever an entry of the row / column is added, removed or changed; the duplicate
+  // searches clear them as they refresh their cached keys.
+  std::vector<char> rowEdited, colEdited;
+  // A clock of column changes (entries, bounds, cost, removal) and the tick of each column's
+  // last change: a search can tell what changed since it last ran.
+  long tick = 0;
+  std::vector<long> colTick;
 
   double val(const ColEnt& e) const { return row[e.row][e.rpos].val; }
   int row_len(int r) const { return static_cast<int>(row[r].size()); }
@@ -87,6 +94,7 @@ class LpWork {
   void set_bounds(int c, double l, double u);
   void set_cost(int c, double v) {
     cost[c] = v;
+    colTick[c] = ++tick;
     queue_col(c);
   }
 
