@@ -47,6 +47,11 @@ bool tokenize_fixed(const RawLine& raw, int state, MpsLine& out);
 int fixed_layout_vote(const RawLine& raw, int state);
 // The same with the caller's scratch lines, which a scan over a whole file reuses.
 int fixed_layout_vote(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr);
+// The same; when the line reads alike in both layouts, `freeLine` gets its free tokenization
+// (what tokenize_free gives), else its ntok is -1.
+int fixed_layout_vote(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr, MpsLine* freeLine);
+// The same through both tokenizations, with no shortcut.
+int fixed_layout_vote_full(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr);
 
 // A number text: after leading blanks only digits, '+', '-', '.', 'e', 'E', 'd', 'D'; an
 // absent token passes. `parse_number` also needs the whole text to be one finite number.
