@@ -27,12 +27,18 @@ bool has_control(const unsigned char* u, size_t n) {
   const __m128i tab = _mm_set1_epi8('\t');
   const __m128i cr = _mm_set1_epi8('\r');
   const __m128i del = _mm_set1_epi8(127);
-  for (; k + 16 <= n; k += 16) {
-    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(u + k));
+  auto chunk = [&](const unsigned char* at) {
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
     const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(v, top), v);
     const __m128i allowed = _mm_or_si128(_mm_cmpeq_epi8(v, tab), _mm_cmpeq_epi8(v, cr));
     const __m128i bad = _mm_or_si128(_mm_andnot_si128(allowed, low), _mm_cmpeq_epi8(v, del));
     ctl |= static_cast<unsigned>(_mm_movemask_epi8(bad));
+  };
+  for (; k + 16 <= n; k += 16) chunk(u + k);
+  // The rest as the last sixteen bytes, which overlap bytes seen already.
+  if (k < n && n >= 16) {
+    chunk(u + n - 16);
+    k = n;
   }
 #endif
   for (; k < n; ++k) {

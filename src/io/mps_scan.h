@@ -18,7 +18,7 @@ namespace zento::io {
 class WordScan {
  public:
   // `text` must be readable up to `len` rounded up to 16 bytes (a RawLine is).
-  WordScan(const char* text, int len) : len_(len) {
+  WordScan(const char* text, int len) {
     const int chunks = (len + 15) / 16;
     std::memset(bits_, 0, sizeof bits_);
 #if defined(__SSE2__)
@@ -35,30 +35,41 @@ class WordScan {
       if (text[k] != ' ' && text[k] != '\t') bits_[k >> 6] |= uint64_t{1} << (k & 63);
 #endif
     if ((len & 63) != 0) bits_[len >> 6] &= (uint64_t{1} << (len & 63)) - 1;
+    nWords_ = (len + 63) / 64;
+    startBits_ = nWords_ > 0 ? starts(0) : 0;
+    endBits_ = nWords_ > 0 ? ends(0) : 0;
   }
 
-  // The first non-blank at or after k, or the length.
-  int next_word(int k) const { return next(k, 0); }
-  // The first blank at or after k, or the length.
-  int word_end(int k) const { return next(k, ~uint64_t{0}); }
+  // The next word from the start of the line on: its first byte and the byte behind it.
+  // False when there are no more.
+  bool next(int* start, int* end) {
+    while (startBits_ == 0) {
+      if (++startWord_ >= nWords_) return false;
+      startBits_ = starts(startWord_);
+    }
+    while (endBits_ == 0) endBits_ = ends(++endWord_);
+    *start = 64 * startWord_ + __builtin_ctzll(startBits_);
+    *end = 64 * endWord_ + __builtin_ctzll(endBits_) + 1;
+    startBits_ &= startBits_ - 1;
+    endBits_ &= endBits_ - 1;
+    return true;
+  }
 
  private:
   static constexpr int kWords = 5;  // 320 bits cover the longest kept line
 
-  int next(int k, uint64_t flip) const {
-    if (k >= len_) return len_;
-    int w = k >> 6;
-    uint64_t m = (bits_[w] ^ flip) & (~uint64_t{0} << (k & 63));
-    while (m == 0) {
-      if (++w >= kWords || 64 * w >= len_) return len_;
-      m = bits_[w] ^ flip;
-    }
-    const int at = 64 * w + __builtin_ctzll(m);
-    return at < len_ ? at : len_;
+  // Bytes that begin a word and bytes that end one, as masks of 64-bit word w.
+  uint64_t starts(int w) const {
+    const uint64_t before = w > 0 ? bits_[w - 1] >> 63 : 0;
+    return bits_[w] & ~((bits_[w] << 1) | before);
   }
-
+  uint64_t ends(int w) const {
+    const uint64_t after = w + 1 < kWords ? bits_[w + 1] << 63 : 0;
+    return bits_[w] & ~((bits_[w] >> 1) | after);
+  }
   uint64_t bits_[kWords];
-  int len_;
+  int nWords_ = 0, startWord_ = 0, endWord_ = 0;
+  uint64_t startBits_ = 0, endBits_ = 0;
 };
 
 }  // namespace zento::io

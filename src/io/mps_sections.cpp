@@ -129,7 +129,7 @@ bool same_set(std::string& set, bool& fixedOnce, const char* name) {
 int rhs_like_pair(MpsReader& r, const char* rowName, const char* valueText, bool ranges) {
   double v = 0.0;
   if (valueText == nullptr) return mps_bad(r, "a row name without its value");
-  if (!parse_number(valueText, &v)) return mps_bad(r, "the value is not a finite number");
+  if (!line_number(r.line, valueText, &v)) return mps_bad(r, "the value is not a finite number");
   const int row = HashTable_Lookup(r.rowTab, rowName);
   if (row >= 0) {
     if (ranges) {
@@ -171,7 +171,7 @@ int rhs_like(MpsReader& r, bool ranges) {
 
 int add_entry(MpsReader& r, const char* rowName, const char* valueText) {
   double v = 0.0;
-  if (!parse_number(valueText, &v)) return mps_bad(r, "the value is not a finite number");
+  if (!line_number(r.line, valueText, &v)) return mps_bad(r, "the value is not a finite number");
   if (r.haveObj && r.objName == rowName) {
     r.cost[r.curCol] = v;
     return 0;
@@ -405,7 +405,7 @@ int mps_do_bounds(MpsReader& r) {
   int j = HashTable_Lookup(r.colTab, l.f[3]);
   if (j < 0) j = mps_new_column(r, l.f[3]);
   double v = 0.0;
-  if (l.f[4] && !parse_number(l.f[4], &v)) return mps_bad(r, "the bound is not a finite number");
+  if (l.f[4] && !line_number(l, l.f[4], &v)) return mps_bad(r, "the bound is not a finite number");
   const double inf = r.m.env ? r.m.env->infinity : QZ_INFINITY;
   const char* tag = l.f[1];
   const bool sc = r.scPos[j] >= 0;

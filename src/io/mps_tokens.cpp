@@ -25,6 +25,7 @@ void clear_line(MpsLine& out) {
   out.ntok = 0;
   out.nword = 0;
   out.section = false;
+  out.numText[0] = out.numText[1] = nullptr;
 }
 
 // Splits into words; `comments` drops a word starting with '$' or '!' and all behind it.
@@ -33,15 +34,13 @@ int split_words(const RawLine& raw, char* store, const char** words, int cap, bo
   const int len = raw.len;
   std::memcpy(store, raw.text, static_cast<size_t>(len));
   store[len] = '\0';
-  const WordScan scan(raw.text, len);
+  WordScan scan(raw.text, len);
   int n = 0;
-  for (int k = scan.next_word(0); k < len;) {
+  for (int k = 0, end = 0; scan.next(&k, &end);) {
     if (comments && (store[k] == '$' || store[k] == '!')) break;
     if (n < cap) words[n] = store + k;
     ++n;
-    const int end = scan.word_end(k);
     store[end] = '\0';
-    k = scan.next_word(end);
   }
   return n;
 }
@@ -204,50 +203,80 @@ struct DecimalParts {
 };
 
 bool decimal_syntax(const char* t, DecimalParts* d, const char** end) {
+  // Locals, not the fields of *d: stores through d could alias the text and force reloads.
   while (*t == ' ' || *t == '\t') ++t;
-  if (*t == '+' || *t == '-') d->negative = *t++ == '-';
-  int digits = 0, sig = 0;
-  bool point = false;
+  bool negative = false;
+  if (*t == '+' || *t == '-') negative = *t++ == '-';
+  unsigned long long mant = 0;
+  int digits = 0, sig = 0, scale = 0;
+  bool point = false, exact = true;
   for (;; ++t) {
-    if (*t >= '0' && *t <= '9') {
+    const unsigned c = static_cast<unsigned char>(*t) - static_cast<unsigned>('0');
+    if (c <= 9) {
       ++digits;
-      if (d->mant == 0 && *t == '0') {
-        if (point) --d->scale;
-        continue;
-      }
-      if (sig < 19) {
-        d->mant = d->mant * 10 + static_cast<unsigned>(*t - '0');
-        if (point) --d->scale;
+      if (mant == 0 && c == 0) {
+        scale -= point;
+      } else if (sig < 19) {
+        mant = mant * 10 + c;
+        scale -= point;
+        ++sig;
       } else {
-        d->exact = false;
-        if (!point) ++d->scale;
+        exact = false;
+        scale += !point;
+        ++sig;
       }
-      ++sig;
     } else if (*t == '.' && !point) {
       point = true;
     } else {
       break;
     }
   }
+  d->negative = negative;
+  d->mant = mant;
+  d->exact = exact;
   if (digits == 0) return false;
   if (*t == 'e' || *t == 'E' || *t == 'd' || *t == 'D') {
     ++t;
     bool eneg = false;
     if (*t == '+' || *t == '-') eneg = *t++ == '-';
-    int e = 0;
+    int e = 0, ed = 0;
     while (*t >= '0' && *t <= '9') {
       if (e < 100000) e = e * 10 + (*t - '0');
-      ++d->exp_digits;
+      ++ed;
       ++t;
     }
-    if (d->exp_digits == 0) return false;
-    d->scale += eneg ? -e : e;
+    d->exp_digits = ed;
+    if (ed == 0) return false;
+    scale += eneg ? -e : e;
   }
+  d->scale = scale;
   *end = t;
   return *t == '\0';
 }
 
+// The value of a short decimal when double arithmetic gives it exactly.
+bool exact_value(const DecimalParts& d, double* value) {
+  static constexpr double kPow10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                      1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                      1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+  if (!d.exact || d.mant >= (1ULL << 53) || d.scale < -22 || d.scale > 22) return false;
+  double v = static_cast<double>(d.mant);
+  v = d.scale >= 0 ? v * kPow10[d.scale] : v / kPow10[-d.scale];
+  *value = d.negative ? -v : v;
+  return true;
+}
+
 }  // namespace
+
+bool line_number(const MpsLine& l, const char* text, double* value) {
+  for (int k = 0; k < 2; ++k) {
+    if (text != nullptr && text == l.numText[k]) {
+      *value = l.numValue[k];
+      return true;
+    }
+  }
+  return parse_number(text, value);
+}
 
 bool parse_number(const char* token, double* value) {
   if (token == nullptr || *token == '\0') return false;
@@ -261,15 +290,7 @@ bool parse_number(const char* token, double* value) {
   const size_t n = static_cast<size_t>(end - token);
   if (n >= 64) return false;
   if (value == nullptr && d.exp_digits <= 2) return true;
-  static constexpr double kPow10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                      1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                      1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-  if (value != nullptr && d.exact && d.mant < (1ULL << 53) && d.scale >= -22 && d.scale <= 22) {
-    double v = static_cast<double>(d.mant);
-    v = d.scale >= 0 ? v * kPow10[d.scale] : v / kPow10[-d.scale];
-    *value = d.negative ? -v : v;
-    return true;
-  }
+  if (value != nullptr && exact_value(d, value)) return true;
   char buf[64];
   for (size_t k = 0; k <= n; ++k) buf[k] = (token[k] == 'd' || token[k] == 'D') ? 'e' : token[k];
   char* stop = nullptr;
@@ -343,11 +364,16 @@ struct Word {
 
 // parse_number(word, nullptr) on a word of a line, mostly without a copy: the syntax scan
 // stops at the blank or the terminator behind the word just as it stops at the end of a copy.
-bool number_word(const char* p, int n) {
+// When it can, it also gives the value parse_number(word, &value) would (*exact).
+bool number_word(const char* p, int n, double* value = nullptr, bool* exact = nullptr) {
   DecimalParts d;
   const char* end = nullptr;
   decimal_syntax(p, &d, &end);
-  if (end == p + n && n < 64 && d.exp_digits <= 2) return true;
+  if (end == p + n && n < 64 && d.exp_digits <= 2) {
+    if (exact) *exact = exact_value(d, value);
+    return true;
+  }
+  if (exact) *exact = false;
   return parse_number(Word(p, n).text, nullptr);
 }
 
@@ -399,10 +425,8 @@ int quick_vote(const RawLine& raw, int state, MpsLine* out) {
   unsigned have = 0;  // fields holding a word
   int wordIn[7] = {-1, -1, -1, -1, -1, -1, -1};
   int n = 0;
-  const WordScan scan(text, len);
-  for (int k = scan.next_word(0); k < len; k = scan.next_word(k)) {
-    const int start = k;
-    k = scan.word_end(k);
+  WordScan scan(text, len);
+  for (int start = 0, k = 0; scan.next(&start, &k);) {
     const int f = kFieldOf.of[start];
     if (f == 0 || kFieldOf.of[k - 1] != f) return -1;  // a byte between the fields
     if ((have & bit(f)) != 0 || n == 6) return 2;          // a field with a blank inside
@@ -413,9 +437,11 @@ int quick_vote(const RawLine& raw, int state, MpsLine* out) {
     wl[n] = k - start;
     ++n;
   }
+  double value[7];
+  bool exact[7] = {};
   auto num = [&](int f) {
     const int i = wordIn[f];
-    return i < 0 || number_word(w[i], wl[i]);
+    return i < 0 || number_word(w[i], wl[i], &value[f], &exact[f]);
   };
   bool valid = true;
   switch (state) {
@@ -449,6 +475,11 @@ int quick_vote(const RawLine& raw, int state, MpsLine* out) {
       out->store[at + wl[i]] = '\0';
       out->f[f] = out->store + at;
       ++i;
+    }
+    for (int f = 4, k = 0; f <= 6; f += 2, ++k) {
+      if (!exact[f]) continue;
+      out->numText[k] = out->f[f];
+      out->numValue[k] = value[f];
     }
   }
   return 0;

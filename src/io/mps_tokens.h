@@ -34,6 +34,9 @@ struct MpsLine {
   const char* word[8] = {};  // a section line's words, in order
   int nword = 0;
   char store[3 * (kMaxLineBytes + 2)] = {};
+  // Values the tokenizer found on its way, for line_number: text pointer and value.
+  const char* numText[2] = {};
+  double numValue[2] = {};
 };
 
 // Free layout. Returns false for a data line whose token count doesn't fit its state.
@@ -57,6 +60,9 @@ int fixed_layout_vote_full(const RawLine& raw, int state, MpsLine& fx, MpsLine& 
 // absent token passes. `parse_number` also needs the whole text to be one finite number.
 bool QZI_IsNumber(const char* token);
 bool parse_number(const char* token, double* value);
+
+// parse_number(text, value) for a field of the line, from the values the tokenizer kept.
+bool line_number(const MpsLine& l, const char* text, double* value);
 
 bool iequals(const char* a, const char* b);
 
