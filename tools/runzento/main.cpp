@@ -177,7 +177,7 @@ int solve_mip(QZenv env, QZmodel m, const Options& o, double readSecs) {
 int solve(QZenv env, QZmodel m, const Options& o, double readSecs) {
   int nCont = 0, nBin = 0, nInt = 0;
   QZgetVarTypeCount(m, &nCont, &nBin, &nInt);
-  if (nBin + nInt > 0) return solve_mip(env, m, o, readSecs);
+  if (nBin + nInt > 0 && !o.relax) return solve_mip(env, m, o, readSecs);
   const double t0 = now();
   int status = QZ_STATUS_UNKNOWN;
   const int rc = QZoptimize(m, o.method, &status);

@@ -57,6 +57,7 @@ void print_help() {
       "  -t, --time-limit S    wall-clock limit in seconds\n"
       "  -i, --iter-limit N    simplex iteration limit\n"
       "      --no-solve        read (and write) the model, do not solve\n"
+      "      --relax           solve the LP relaxation of an integer model\n"
       "Parameters:\n"
       "  NAME=VALUE            set a parameter by its macro name, e.g. QZ_IPARAM_LP_SCALE=0\n"
       "  -f, --param-file F    read parameters from a file (may be repeated)\n"
@@ -126,6 +127,8 @@ bool parse_options(int argc, char** argv, Options& o, std::string& error) {
       o.listParams = true;
     } else if (a == "--no-solve") {
       o.noSolve = true;
+    } else if (a == "--relax") {
+      o.relax = true;
     } else if (a == "--layout") {
       if (!value(&v)) return false;
       const std::string l = v;

@@ -27,6 +27,7 @@ struct Options {
   bool quiet = false;
   bool listParams = false;
   bool noSolve = false;
+  bool relax = false;  // integer columns ignored: the LP relaxation is solved
   std::vector<std::string> paramFiles;
   std::vector<std::pair<std::string, std::string>> settings;  // NAME=VALUE
   std::string solutionFile;

@@ -489,7 +489,9 @@ struct Dual {
         if (i == p) continue;
         const double r = col.val[i] / apq;
         const double w = g.dual_norm[i] + r * r * beta - 2 * r * g.tau.val[i];
-        g.dual_norm[i] = std::max(std::max(w, 1 + r * r), 1e-8);
+        // The exact update; a floor of 1 + r^2 (right only for logical rows) would blur the
+        // pricing on structural rows, whose weights may be well below 1.
+        g.dual_norm[i] = std::max(w, 1e-8);
       }
       g.dual_norm[p] = std::max(bp, 1e-8);
       g.tau.clear();

@@ -22,6 +22,10 @@ namespace zento {
 
 namespace {
 
+// Pivot size, relative to the largest entry of the column, below which a blocking entry may
+// be noise (see the ratio test in iterate).
+constexpr double kRayPivot = 1e-7;
+
 struct Primal {
   Glp& g;
   std::vector<double> zero;
@@ -369,7 +373,27 @@ struct Primal {
     g.dir = sgn < 0 ? 1 : 0;
     double ratio = g.infinity, bigpiv = 0;
     int p = primal_ratio(g, col, sgn, g.pvteps, &ratio, &bigpiv);
-    if (p == -2 || p == -3) {
+    bool ray = false;
+    // Entries this small are rounding noise on an exact zero as often as not: when only they
+    // block a feasible basis, the column is taken as a ray within that tolerance (checked on
+    // a fresh factor), rather than a huge step on a tiny pivot that throws the values toward
+    // infinity and the basis toward singularity.
+    const double raytol = kRayPivot * std::max(1.0, bigpiv);
+    if (p >= 0 && g.npinf == 0 && std::fabs(col.val[p]) < raytol && g.pvteps < raytol) {
+      double r1 = g.infinity, bp1 = 0;
+      const int p1 = primal_ratio(g, col, sgn, raytol, &r1, &bp1);
+      if (p1 >= 0) {
+        p = p1;
+        ratio = r1;
+      } else if (!g.lu.fresh()) {
+        request_fact(g, WFACT_NUMERR);
+        return 0;
+      } else {
+        p = -2;
+        ray = true;
+      }
+    }
+    if (!ray && (p == -2 || p == -3)) {
       double r0 = g.infinity, bp0 = 0;
       const int p0 = primal_ratio(g, col, sgn, 0.0, &r0, &bp0);
       if (p0 >= 0) {

@@ -221,10 +221,8 @@ TEST_P(LpWarmMove, ReoptimizesInFewerIterations) {
   for (const std::string& name : netlib_models()) {
     QZmodel a = read(env, name);
     ASSERT_NE(a, nullptr) << name;
-    // The larger models take minutes cold; the bound case above covers them. Open fault:
-    // after the cost change scsd8 is unbounded (cold: 6 iterations), and the warm primal runs
-    // past 98000 iterations without finding the ray; it is left out until the primal is fixed.
-    if (a->nAnnz > kMoveNnzLimit || (move == Move::kCost && name == "scsd8")) {
+    // The larger models take minutes cold; the bound case above covers them.
+    if (a->nAnnz > kMoveNnzLimit) {
       QZdeleteModel(&a);
       continue;
     }
