@@ -43,7 +43,7 @@ for f in files:
         # Interleave the builds so that load on the machine hits both alike.
         ts.append(max(0.0, median(e, ['-q', '--no-solve', f]) - base[k]) * 1000)
         tot[k] += ts[-1]
-    name = os.path.basename(f).split('.')[0]
+    name = os.path.basename(f).replace('.mps.gz', '')
     ratio = f' | {ts[0] / ts[1]:.2f}' if len(exes) == 2 and ts[1] > 0 else (' | -' if len(exes) == 2 else '')
     print(f'| {name} | ' + ' | '.join(f'{t:.1f}' for t in ts) + ratio + ' |')
 print('| total | ' + ' | '.join(f'{t:.1f}' for t in tot) +
