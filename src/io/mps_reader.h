@@ -130,7 +130,7 @@ struct MpsReader {
 
 // A new column with cost 0, bounds [0, 1e30], type 'C' and no entries.
 int mps_new_column(MpsReader& r, const char* name);
-// Closes the COLUMNS section: default bounds, arrays cut to size.
+// Closes the COLUMNS section: default bounds.
 void mps_close_columns(MpsReader& r);
 // Logs a line of the fill pass, or holds it while the layout is still open.
 void mps_log(MpsReader& r, int level, const char* fmt, ...);

@@ -178,6 +178,13 @@ int add_entry(MpsReader& r, const char* rowName, const char* valueText) {
   }
   const int row = HashTable_Lookup(r.rowTab, rowName);
   if (row >= 0) {
+    if (r.aRow.size() == r.aRow.capacity()) {
+      // Large steps: pages are touched only when written, so the unused tail costs address
+      // space alone, while doubling would copy (and fault in) twice the final size.
+      const size_t cap = r.aRow.capacity() < 4096 ? 4096 : 4 * r.aRow.capacity();
+      r.aRow.reserve(cap);
+      r.aVal.reserve(cap);
+    }
     r.aRow.push_back(row);
     r.aVal.push_back(v);
     return 0;
@@ -248,8 +255,6 @@ void mps_close_columns(MpsReader& r) {
   r.openSet = -1;
   for (size_t j = 0; j < r.type.size(); ++j)
     if (r.type[j] == 'Z') r.up[j] = 1.0;
-  r.aRow.shrink_to_fit();
-  r.aVal.shrink_to_fit();
 }
 
 int mps_do_section_line(MpsReader& r) {
