@@ -7,19 +7,8 @@
 #include "io/io.h"
 #include "io/mps_reader.h"
 #include "io/stream.h"
+#include "fuzz_common.h"
 #include "zento.h"
-
-namespace {
-
-QZenv shared_env() {
-  static QZenv env = [] {
-    int rc = 0;
-    return QZcreateEnv(&rc);
-  }();
-  return env;
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size < 1) return 0;

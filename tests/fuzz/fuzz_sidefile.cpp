@@ -1,31 +1,18 @@
 // Fuzz targets of the side-file readers, one per reader (chosen at build time): the input is
 // the file, read into a small named model with rows, columns and bounds.
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <string>
 
+#include "fuzz_common.h"
 #include "zento.h"
 
 namespace {
 
-QZenv shared_env() {
-  static QZenv env = [] {
-    int rc = 0;
-    return QZcreateEnv(&rc);
-  }();
-  return env;
-}
-
+// The file is rewritten for every input.
 const std::string& scratch_file() {
-  // The file is rewritten for every input: a memory-backed folder when there is one.
-  static const std::string dir = std::getenv("ZENTO_FUZZ_SCRATCH")   ? std::getenv("ZENTO_FUZZ_SCRATCH")
-                                 : access("/dev/shm", W_OK) == 0 ? "/dev/shm"
-                                                                   : "/tmp";
-  static const std::string path = dir + "/zento_fuzz_side_" + std::to_string(getpid());
+  static const std::string path = scratch_path("zento_fuzz_side_");
   return path;
 }
 

@@ -1,33 +1,20 @@
 // Fuzz targets of the text readers, one per reader (FUZZ_LP, FUZZ_LTX, FUZZ_LTX_GRAMMAR): the
 // input is the text. A model that reads is written in ZENTO format and read back by the line
 // machine, which must give the same dimensions; the MARLO writer runs on it too.
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 
 #include "core/model.h"
+#include "fuzz_common.h"
 #include "io/text_formats.h"
 #include "zento.h"
 
 namespace {
 
-QZenv shared_env() {
-  static QZenv env = [] {
-    int rc = 0;
-    return QZcreateEnv(&rc);
-  }();
-  return env;
-}
-
 const std::string& scratch() {
-  static const std::string dir = std::getenv("ZENTO_FUZZ_SCRATCH")
-                                     ? std::getenv("ZENTO_FUZZ_SCRATCH")
-                                 : access("/dev/shm", W_OK) == 0 ? "/dev/shm"
-                                                                 : "/tmp";
-  static const std::string path = dir + "/zento_fuzz_text_" + std::to_string(getpid()) + ".ltx";
+  static const std::string path = scratch_path("zento_fuzz_text_") + ".ltx";
   return path;
 }
 

@@ -6,11 +6,7 @@
 // the model without presolve at its optimum).
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <cmath>
 #include <cstdio>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -27,63 +23,30 @@
 namespace zento::test {
 namespace {
 
-struct Row {
-  std::string collection, model, status;
-  bool has_obj = false;
-  double obj = 0;
-};
-
 struct Case {
-  Row row;
+  TableRow row;
   int method;
   bool through_dual = false;  // solved through its explicit dual
   bool presolve = false;      // presolve on (default level)
 };
 
-std::vector<Row> read_table(const std::string& collection) {
-  std::vector<Row> rows;
-  std::ifstream in(std::string(ZENTO_LP_TABLES) + "/" + collection + ".csv");
-  std::string line;
-  bool header = true;
-  while (std::getline(in, line)) {
-    if (line.empty() || line[0] == '#') continue;
-    if (header) {
-      header = false;
-      continue;
-    }
-    std::stringstream ss(line);
-    Row r;
-    r.collection = collection;
-    std::string obj;
-    std::getline(ss, r.model, ',');
-    std::getline(ss, r.status, ',');
-    std::getline(ss, obj, ',');
-    r.has_obj = !obj.empty();
-    if (r.has_obj) r.obj = std::strtod(obj.c_str(), nullptr);
-    rows.push_back(r);
-  }
-  return rows;
-}
-
 std::vector<Case> cases(const std::string& collection) {
   std::vector<Case> out;
-  for (const Row& r : read_table(collection))
+  const std::vector<TableRow> rows = read_lp_table(ZENTO_LP_TABLES, collection);
+  for (const TableRow& r : rows)
     for (int method : {QZ_METHOD_PSIMPLEX, QZ_METHOD_FREE}) out.push_back({r, method});
   // The explicit dual's route on the feasible collection.
   if (collection == "netlib")
-    for (const Row& r : read_table(collection)) out.push_back({r, QZ_METHOD_FREE, true});
-  for (const Row& r : read_table(collection)) out.push_back({r, QZ_METHOD_FREE, false, true});
+    for (const TableRow& r : rows) out.push_back({r, QZ_METHOD_FREE, true});
+  for (const TableRow& r : rows) out.push_back({r, QZ_METHOD_FREE, false, true});
   return out;
 }
 
 std::string case_name(const ::testing::TestParamInfo<Case>& info) {
-  std::string s = info.param.row.model +
-                  (info.param.presolve       ? "_presolved"
-                   : info.param.through_dual ? "_dualmodel"
-                   : info.param.method == QZ_METHOD_FREE ? "_default" : "_primal");
-  for (char& c : s)
-    if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-  return s;
+  return test_name(info.param.row.model +
+                   (info.param.presolve       ? "_presolved"
+                    : info.param.through_dual ? "_dualmodel"
+                    : info.param.method == QZ_METHOD_FREE ? "_default" : "_primal"));
 }
 
 class LpInstance : public ::testing::TestWithParam<Case> {};
@@ -104,13 +67,8 @@ TEST_P(LpInstance, SolvesWithCertificate) {
   if (c.through_dual) {
     ASSERT_EQ(QZsetModelIntParameter(model, QZ_IPARAM_PROB_TO_SOLVE, 2), 0);
   }
-  const auto t0 = std::chrono::steady_clock::now();
-  int status = 0;
-  rc = QZoptimize(model, c.method, &status);
-  const double secs =
-      std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
-  int iters = 0;
-  QZgetInfo(model, QZ_IINFO_SIM_ITER, &iters);
+  const LpRun run = solve_lp(model, c.method);
+  int status = run.status;
   int rdRows = 0, rdCols = 0, rdNnz = 0;
   QZgetInfo(model, QZ_IINFO_NUM_RDCONS, &rdRows);
   QZgetInfo(model, QZ_IINFO_NUM_RDVARS, &rdCols);
@@ -119,14 +77,14 @@ TEST_P(LpInstance, SolvesWithCertificate) {
               c.presolve       ? "presolved"
               : c.through_dual ? "dualmodel"
               : c.method == QZ_METHOD_FREE ? "default" : "primal",
-              status, iters, secs, rdRows, rdCols, rdNnz);
-  EXPECT_EQ(rc, 0);
+              status, run.iters, run.secs, rdRows, rdCols, rdNnz);
+  EXPECT_EQ(run.rc, 0);
   if (c.row.status == "infeasible") {
     EXPECT_TRUE(status == QZ_STATUS_INFEASIBLE || status == QZ_STATUS_INFORUNB) << status;
   } else if (c.row.status == "unbounded") {
     EXPECT_TRUE(status == QZ_STATUS_UNBOUNDED || status == QZ_STATUS_INFORUNB) << status;
   } else {
-    ASSERT_TRUE(status == QZ_STATUS_OPTIMAL || status == QZ_STATUS_BASIC_OPTIMAL) << status;
+    ASSERT_TRUE(is_optimal(status)) << status;
     LpData lp = LpData::from_model(model);
     if (c.row.has_obj) {
       lp.has_opt = true;

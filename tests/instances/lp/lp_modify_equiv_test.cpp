@@ -18,6 +18,7 @@
 
 #include "../../unit/modify/modify_util.h"
 #include "core/model.h"
+#include "lp_oracle.h"
 #include "zento.h"
 
 namespace zento::test {
@@ -422,28 +423,6 @@ class Mutator {
   int serial_ = 0;
 };
 
-struct Solved {
-  int rc = 0, status = 0, iters = 0;
-  double obj = 0;
-};
-
-Solved solve(QZmodel model) {
-  Solved s;
-  s.rc = QZoptimize(model, QZ_METHOD_FREE, &s.status);
-  QZgetInfo(model, QZ_IINFO_SIM_ITER, &s.iters);
-  QZgetObjective(model, &s.obj);
-  return s;
-}
-
-bool optimal(int s) { return s == QZ_STATUS_OPTIMAL || s == QZ_STATUS_BASIC_OPTIMAL; }
-
-// The dual may report "infeasible or unbounded" where the other run tells which.
-bool same_status(int a, int b) {
-  auto either = [](int s) { return s == QZ_STATUS_INFEASIBLE || s == QZ_STATUS_UNBOUNDED; };
-  return a == b || (a == QZ_STATUS_INFORUNB && either(b)) ||
-         (b == QZ_STATUS_INFORUNB && either(a));
-}
-
 TEST(LpModifyEquivalence, RandomChangesMatchRebuiltModelAndItsColdSolve) {
   const char* models[] = {"afiro",   "sc50a",  "sc50b",  "sc105",   "adlittle", "blend",
                           "stocfor1", "share2b", "scagr7", "bore3d", "boeing1",  "brandy",
@@ -462,8 +441,8 @@ TEST(LpModifyEquivalence, RandomChangesMatchRebuiltModelAndItsColdSolve) {
     ASSERT_EQ(QZreadMPSFile(a, path.c_str(), QZ_MPS_AUTO), 0);
     QZsetModelIntParameter(a, QZ_IPARAM_LP_PRELEVEL, 0);
     Host h = host_of(a);
-    const Solved first = solve(a);
-    ASSERT_TRUE(first.rc == 0 && optimal(first.status));
+    const LpRun first = solve_lp(a);
+    ASSERT_TRUE(first.rc == 0 && is_optimal(first.status));
     std::vector<double> x(h.n());
     ASSERT_EQ(QZgetPrimalSolution(a, x.data()), 0);
     Mutator mut(a, h, x, seed++);
@@ -484,17 +463,17 @@ TEST(LpModifyEquivalence, RandomChangesMatchRebuiltModelAndItsColdSolve) {
       mut.all_continuous();
       b = build(env, h);
       live += a->glp != nullptr;
-      const Solved warm = solve(a), cold = solve(b);
+      const LpRun warm = solve_lp(a), cold = solve_lp(b);
       ++rounds;
       EXPECT_EQ(warm.rc, 0);
       EXPECT_EQ(cold.rc, 0);
-      EXPECT_TRUE(same_status(warm.status, cold.status))
+      EXPECT_TRUE(same_verdict(warm.status, cold.status))
           << "warm " << warm.status << " cold " << cold.status;
       if (viol < 1e-9) {
         EXPECT_NE(warm.status, QZ_STATUS_INFEASIBLE);
         EXPECT_NE(cold.status, QZ_STATUS_INFEASIBLE);
       }
-      const bool both = optimal(warm.status) && optimal(cold.status);
+      const bool both = is_optimal(warm.status) && is_optimal(cold.status);
       if (both) {
         EXPECT_NEAR(warm.obj, cold.obj, 1e-7 * std::max(1.0, std::fabs(cold.obj)));
         ++compared;

@@ -6,25 +6,21 @@
 #include <thread>
 #include <vector>
 
+#include "lp_oracle.h"
 #include "zento.h"
 
+namespace zento::test {
 namespace {
 
-struct SolveRun {
-  int rc = -1, status = 0, iters = -1;
-  double obj = 0;
-};
+using SolveRun = LpRun;
 
 SolveRun solve_file(QZenv env, const std::string& name) {
   SolveRun r;
+  r.rc = -1;
   int rc = 0;
   QZmodel m = QZcreateModel(env, &rc);
   const std::string path = std::string(ZENTO_TEST_DATA) + "/netlib/" + name + ".mps.gz";
-  if (rc == 0 && QZreadMPSFile(m, path.c_str(), QZ_MPS_AUTO) == 0) {
-    r.rc = QZoptimize(m, QZ_METHOD_FREE, &r.status);
-    QZgetInfo(m, QZ_IINFO_SIM_ITER, &r.iters);
-    QZgetObjective(m, &r.obj);
-  }
+  if (rc == 0 && QZreadMPSFile(m, path.c_str(), QZ_MPS_AUTO) == 0) r = solve_lp(m);
   QZdeleteModel(&m);
   return r;
 }
@@ -64,3 +60,4 @@ TEST(LpThreads, ConcurrentSolvesRepeatTheSerialOnes) {
 }
 
 }  // namespace
+}  // namespace zento::test

@@ -6,10 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -22,33 +20,8 @@ namespace {
 
 std::vector<std::string> netlib_models() {
   std::vector<std::string> out;
-  std::ifstream in(std::string(ZENTO_LP_TABLES) + "/netlib.csv");
-  std::string line;
-  bool header = true;
-  while (std::getline(in, line)) {
-    if (line.empty() || line[0] == '#') continue;
-    if (header) {
-      header = false;
-      continue;
-    }
-    out.push_back(line.substr(0, line.find(',')));
-  }
+  for (const TableRow& r : read_lp_table(ZENTO_LP_TABLES, "netlib")) out.push_back(r.model);
   return out;
-}
-
-struct Outcome {
-  int rc = 0, status = 0, iters = 0;
-  double obj = 0, secs = 0;
-};
-
-Outcome solve(QZmodel m) {
-  Outcome r;
-  const auto t0 = std::chrono::steady_clock::now();
-  r.rc = QZoptimize(m, QZ_METHOD_FREE, &r.status);
-  r.secs = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
-  QZgetInfo(m, QZ_IINFO_SIM_ITER, &r.iters);
-  QZgetObjective(m, &r.obj);
-  return r;
 }
 
 QZmodel read(QZenv env, const std::string& name) {
@@ -62,29 +35,67 @@ QZmodel read(QZenv env, const std::string& name) {
 
 void set_upper(QZmodel m, int j, double u) { ASSERT_EQ(QZmodifyUpperBounds(m, 1, &j, &u), 0); }
 
-bool optimal(int s) { return s == QZ_STATUS_OPTIMAL || s == QZ_STATUS_BASIC_OPTIMAL; }
+// The primal point and basis statuses of a solved model.
+struct Point {
+  int n = 0;
+  std::vector<double> x;
+  std::vector<int> cst, rst;
+};
+
+Point point_of(QZmodel a) {
+  Point p;
+  int m = 0;
+  QZgetDimensions(a, &p.n, &m, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                  nullptr, nullptr);
+  p.x.resize(p.n);
+  p.cst.resize(p.n);
+  p.rst.resize(m);
+  QZgetPrimalSolution(a, p.x.data());
+  QZgetBasis(a, p.cst.data(), p.rst.data());
+  return p;
+}
+
+// Warm against cold iteration counts over a collection.
+struct Ratios {
+  double warm = 0, cold = 0, log_ratio = 0;
+  int counted = 0;
+  double add(const LpRun& w, const LpRun& c) {
+    const double ratio = (w.iters + 1.0) / (c.iters + 1.0);
+    warm += w.iters;
+    cold += c.iters;
+    log_ratio += std::log(ratio);
+    ++counted;
+    return ratio;
+  }
+  double geomean() const { return std::exp(log_ratio / counted); }
+};
+
+// A warm re-solve `w` of model `a` against the cold solve `c` of the same changed model.
+void expect_same_answer(QZmodel a, const LpRun& w, const LpRun& c, double rel) {
+  EXPECT_EQ(w.rc, 0);
+  EXPECT_TRUE(same_verdict(w.status, c.status)) << "warm " << w.status << ", cold " << c.status;
+  if (is_optimal(c.status) && is_optimal(w.status)) {
+    EXPECT_NEAR(w.obj, c.obj, rel * std::max(1.0, std::fabs(c.obj)));
+    const KktReport k = check_model(a, LpData::from_model(a));
+    EXPECT_TRUE(k.ok(1e-7)) << k.worst;
+  }
+}
 
 TEST(LpWarm, TightenedBoundReoptimizesAndCutsOff) {
   int rc = 0;
   QZenv env = QZcreateEnv(&rc);
   ASSERT_EQ(rc, 0);
-  double sumWarm = 0, sumCold = 0, logRatio = 0;
-  int counted = 0, cutoffs = 0;
+  Ratios ratios;
+  int cutoffs = 0;
   std::printf("%-10s %8s %8s %8s %9s %9s  %s\n", "model", "cold", "warm", "ratio", "cold s",
               "warm s", "status");
   for (const std::string& name : netlib_models()) {
     QZmodel a = read(env, name);
     ASSERT_NE(a, nullptr) << name;
-    const Outcome first = solve(a);
-    ASSERT_TRUE(first.rc == 0 && optimal(first.status)) << name;
+    const LpRun first = solve_lp(a);
+    ASSERT_TRUE(first.rc == 0 && is_optimal(first.status)) << name;
     // The most interior basic structural, relative to its magnitude.
-    int n = 0, mrows = 0;
-    QZgetDimensions(a, &n, &mrows, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                    nullptr, nullptr);
-    std::vector<double> x(n);
-    std::vector<int> cst(n), rst(mrows);
-    QZgetPrimalSolution(a, x.data());
-    QZgetBasis(a, cst.data(), rst.data());
+    const auto [n, x, cst, rst] = point_of(a);
     int jbest = -1;
     double best = 1e-6;
     for (int j = 0; j < n; ++j) {
@@ -105,39 +116,31 @@ TEST(LpWarm, TightenedBoundReoptimizesAndCutsOff) {
     const double xj = x[jbest], lo = a->lp.padL[jbest], oldUp = a->lp.padU[jbest];
     const double newUp = xj - 0.5 * std::min(lo > -QZ_INFINITY ? xj - lo : 1e30, 1 + std::fabs(xj));
     set_upper(a, jbest, newUp);
-    const Outcome warm = solve(a);
+    const LpRun warm = solve_lp(a);
 
     QZmodel b = read(env, name);
     set_upper(b, jbest, newUp);
-    const Outcome cold = solve(b);
+    const LpRun cold = solve_lp(b);
 
-    EXPECT_EQ(warm.rc, 0) << name;
-    EXPECT_EQ(warm.status, cold.status) << name;
-    if (optimal(cold.status) && optimal(warm.status)) {
-      EXPECT_NEAR(warm.obj, cold.obj, 1e-6 * std::max(1.0, std::fabs(cold.obj))) << name;
-      const KktReport k = check_model(a, LpData::from_model(a));
-      EXPECT_TRUE(k.ok(1e-7)) << name << ": " << k.worst;
-    }
-    const double ratio = (warm.iters + 1.0) / (cold.iters + 1.0);
-    sumWarm += warm.iters;
-    sumCold += cold.iters;
-    logRatio += std::log(ratio);
-    ++counted;
+    SCOPED_TRACE(name);
+    EXPECT_EQ(warm.status, cold.status);
+    expect_same_answer(a, warm, cold, 1e-6);
+    const double ratio = ratios.add(warm, cold);
     std::printf("%-10s %8d %8d %8.3f %9.4f %9.4f  %d\n", name.c_str(), cold.iters, warm.iters,
                 ratio, cold.secs, warm.secs, warm.status);
 
     // Back to the first optimum warm, then the same tightening under a cutoff that the new
     // optimum passes: the dual must stop at the cutoff.
-    if (optimal(cold.status) &&
+    if (is_optimal(cold.status) &&
         std::fabs(cold.obj - first.obj) > 1e-5 * std::max(1.0, std::fabs(first.obj))) {
       set_upper(a, jbest, oldUp);
-      const Outcome back = solve(a);
-      EXPECT_TRUE(optimal(back.status)) << name;
+      const LpRun back = solve_lp(a);
+      EXPECT_TRUE(is_optimal(back.status)) << name;
       EXPECT_NEAR(back.obj, first.obj, 1e-6 * std::max(1.0, std::fabs(first.obj))) << name;
       QZsetModelIntParameter(a, QZ_IPARAM_SOLVER_USECUTOFFVAL, 1);
       QZsetModelDouParameter(a, QZ_DPARAM_SOLVER_CUTOFFVAL, 0.5 * (first.obj + cold.obj));
       set_upper(a, jbest, newUp);
-      const Outcome cut = solve(a);
+      const LpRun cut = solve_lp(a);
       EXPECT_EQ(cut.rc, 0) << name;
       EXPECT_EQ(cut.status, QZ_STATUS_CUTOFF) << name;
       ++cutoffs;
@@ -147,8 +150,9 @@ TEST(LpWarm, TightenedBoundReoptimizesAndCutsOff) {
   }
   std::printf("warm/cold iterations over %d models: total %.0f/%.0f = %.4f, geometric mean of "
               "ratios %.4f; %d cutoff runs\n",
-              counted, sumWarm, sumCold, sumWarm / sumCold, std::exp(logRatio / counted), cutoffs);
-  EXPECT_LT(sumWarm, 0.2 * sumCold);
+              ratios.counted, ratios.warm, ratios.cold, ratios.warm / ratios.cold, ratios.geomean(),
+              cutoffs);
+  EXPECT_LT(ratios.warm, 0.2 * ratios.cold);
   QZdeleteEnv(&env);
 }
 
@@ -160,14 +164,6 @@ TEST(LpWarm, TightenedBoundReoptimizesAndCutsOff) {
 enum class Move { kCost, kRhs };
 constexpr int kMoveNnzLimit = 10000;
 
-// The primal from a warm start may tell an unbounded model where the cold dual stops at
-// "infeasible or unbounded", and the other way round.
-bool same_status(int a, int b) {
-  auto either = [](int s) { return s == QZ_STATUS_INFEASIBLE || s == QZ_STATUS_UNBOUNDED; };
-  return a == b || (a == QZ_STATUS_INFORUNB && either(b)) ||
-         (b == QZ_STATUS_INFORUNB && either(a));
-}
-
 // Nonbasic statuses as they are, basic ones as 0: basic positions may be renumbered.
 std::vector<int> shape(std::vector<int> st) {
   for (int& v : st) v = std::min(v, 0);
@@ -176,11 +172,8 @@ std::vector<int> shape(std::vector<int> st) {
 
 // Applies the change to a solved model; false when the model offers no such change.
 bool apply_move(QZmodel m, Move move, int* index, double* value) {
-  int n = 0, mrows = 0;
-  QZgetDimensions(m, &n, &mrows, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                  nullptr, nullptr);
-  std::vector<int> cst(n), rst(mrows);
-  QZgetBasis(m, cst.data(), rst.data());
+  const auto [n, x, cst, rst] = point_of(m);
+  const int mrows = static_cast<int>(rst.size());
   if (move == Move::kCost) {
     std::vector<double> d(n);
     QZgetReducedCosts(m, d.data());
@@ -216,8 +209,8 @@ TEST_P(LpWarmMove, ReoptimizesInFewerIterations) {
   int rc = 0;
   QZenv env = QZcreateEnv(&rc);
   ASSERT_EQ(rc, 0);
-  double sumWarm = 0, sumCold = 0, logRatio = 0;
-  int counted = 0, skipped = 0;
+  Ratios ratios;
+  int skipped = 0;
   for (const std::string& name : netlib_models()) {
     QZmodel a = read(env, name);
     ASSERT_NE(a, nullptr) << name;
@@ -226,8 +219,8 @@ TEST_P(LpWarmMove, ReoptimizesInFewerIterations) {
       QZdeleteModel(&a);
       continue;
     }
-    const Outcome first = solve(a);
-    ASSERT_TRUE(first.rc == 0 && optimal(first.status)) << name;
+    const LpRun first = solve_lp(a);
+    ASSERT_TRUE(first.rc == 0 && is_optimal(first.status)) << name;
     int idx = -1;
     double value = 0;
     // A warm solve that runs away shows as a failure of this model, not as a hung test.
@@ -237,25 +230,15 @@ TEST_P(LpWarmMove, ReoptimizesInFewerIterations) {
       QZdeleteModel(&a);
       continue;
     }
-    const Outcome warm = solve(a);
+    const LpRun warm = solve_lp(a);
     QZmodel b = read(env, name);
     ASSERT_EQ(move == Move::kCost ? QZmodifyObjective(b, 1, &idx, &value)
                                   : QZmodifyRHS(b, 1, &idx, &value),
               0);
-    const Outcome cold = solve(b);
-    EXPECT_EQ(warm.rc, 0) << name;
-    EXPECT_TRUE(same_status(warm.status, cold.status))
-        << name << ": warm " << warm.status << ", cold " << cold.status;
-    if (optimal(cold.status) && optimal(warm.status)) {
-      EXPECT_NEAR(warm.obj, cold.obj, 1e-7 * std::max(1.0, std::fabs(cold.obj))) << name;
-      const KktReport k = check_model(a, LpData::from_model(a));
-      EXPECT_TRUE(k.ok(1e-7)) << name << ": " << k.worst;
-    }
-    const double ratio = (warm.iters + 1.0) / (cold.iters + 1.0);
-    sumWarm += warm.iters;
-    sumCold += cold.iters;
-    logRatio += std::log(ratio);
-    ++counted;
+    const LpRun cold = solve_lp(b);
+    SCOPED_TRACE(name);
+    expect_same_answer(a, warm, cold, 1e-7);
+    const double ratio = ratios.add(warm, cold);
     std::printf("%-10s %8d %8d %8.3f  %d\n", name.c_str(), cold.iters, warm.iters, ratio,
                 warm.status);
     QZdeleteModel(&a);
@@ -263,11 +246,11 @@ TEST_P(LpWarmMove, ReoptimizesInFewerIterations) {
   }
   std::printf("%s: warm/cold iterations over %d models (%d without such a change): total "
               "%.0f/%.0f = %.4f, geometric mean of ratios %.4f\n",
-              move == Move::kCost ? "cost" : "rhs", counted, skipped, sumWarm, sumCold,
-              sumWarm / sumCold, std::exp(logRatio / counted));
+              move == Move::kCost ? "cost" : "rhs", ratios.counted, skipped, ratios.warm,
+              ratios.cold, ratios.warm / ratios.cold, ratios.geomean());
   // The geometric mean, since one degenerate model can cost a warm primal more than a cold
   // solve (qap8 after a cost change).
-  EXPECT_LT(std::exp(logRatio / counted), 0.5);
+  EXPECT_LT(ratios.geomean(), 0.5);
   QZdeleteEnv(&env);
 }
 
@@ -309,14 +292,9 @@ TEST(LpWarm, RowsAddedAndDeletedKeepOrDropTheBasis) {
     SCOPED_TRACE(name);
     QZmodel a = read(env, name);
     ASSERT_NE(a, nullptr);
-    ASSERT_TRUE(optimal(solve(a).status));
-    int n = 0, m = 0;
-    QZgetDimensions(a, &n, &m, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                    nullptr, nullptr);
-    std::vector<double> x(n);
-    std::vector<int> cst(n), rst(m);
-    QZgetPrimalSolution(a, x.data());
-    QZgetBasis(a, cst.data(), rst.data());
+    ASSERT_TRUE(is_optimal(solve_lp(a).status));
+    const auto [n, x, cst, rst] = point_of(a);
+    const int m = static_cast<int>(rst.size());
     // A cut through the sum of up to four basic structurals, a tenth below its value.
     RowChange cut;
     double act = 0;
@@ -336,7 +314,7 @@ TEST(LpWarm, RowsAddedAndDeletedKeepOrDropTheBasis) {
       if (ch->cols.empty() && ch->del < 0) continue;
       // Start each change from the optimum of the model as read.
       QZmodel w = read(env, name);
-      ASSERT_TRUE(optimal(solve(w).status));
+      ASSERT_TRUE(is_optimal(solve_lp(w).status));
       apply_row_change(w, *ch);
       const bool adding = ch->del < 0;
       std::vector<int> cs(n), rs(adding ? m + 1 : m - 1);
@@ -362,16 +340,11 @@ TEST(LpWarm, RowsAddedAndDeletedKeepOrDropTheBasis) {
         EXPECT_EQ(QZgetBasis(w, cs.data(), rs.data()), QZERR_INFO_NOT_AVAILABLE);
         ++droppedDel;
       }
-      const Outcome warm = solve(w);
+      const LpRun warm = solve_lp(w);
       QZmodel b = read(env, name);
       apply_row_change(b, *ch);
-      const Outcome cold = solve(b);
-      EXPECT_TRUE(same_status(warm.status, cold.status));
-      if (optimal(warm.status) && optimal(cold.status)) {
-        EXPECT_NEAR(warm.obj, cold.obj, 1e-7 * std::max(1.0, std::fabs(cold.obj)));
-        const KktReport k = check_model(w, LpData::from_model(w));
-        EXPECT_TRUE(k.ok(1e-7)) << k.worst;
-      }
+      const LpRun cold = solve_lp(b);
+      expect_same_answer(w, warm, cold, 1e-7);
       if (adding) {
         warmAdd += warm.iters;
         coldAdd += cold.iters;

@@ -6,7 +6,19 @@
 namespace zento::test {
 namespace {
 
-using Optimize = EnvFixture;
+struct Optimize : EnvFixture {
+  // A model of columns alone; empty bound arrays take the defaults.
+  QZmodel columns_only(int sense, double constant, std::vector<double> c,
+                       std::vector<double> lo = {}, std::vector<double> up = {}) {
+    QZmodel m = new_model();
+    const std::vector<int> beg(c.size() + 1, 0);
+    EXPECT_EQ(QZloadLPData(m, 0, static_cast<int>(c.size()), sense, constant, c.data(), nullptr,
+                           nullptr, 0, beg.data(), nullptr, nullptr, nullptr,
+                           lo.empty() ? nullptr : lo.data(), up.empty() ? nullptr : up.data()),
+              0);
+    return m;
+  }
+};
 
 struct Column {
   double c, lo, up;
@@ -32,12 +44,7 @@ TEST_F(Optimize, ColumnsWithoutRowsGoToTheBoundTheirCostFavours) {
       lo.push_back(col.lo);
       up.push_back(col.up);
     }
-    std::vector<int> beg(cols.size() + 1, 0);
-    QZmodel m = new_model();
-    ASSERT_EQ(QZloadLPData(m, 0, static_cast<int>(cols.size()), sense, 10.0, c.data(), nullptr,
-                           nullptr, 0, beg.data(), nullptr, nullptr, nullptr, lo.data(),
-                           up.data()),
-              0);
+    QZmodel m = columns_only(sense, 10.0, c, lo, up);
     int status = -1;
     ASSERT_EQ(QZoptimize(m, QZ_METHOD_FREE, &status), 0);
     EXPECT_EQ(status, QZ_STATUS_BASIC_OPTIMAL);
@@ -69,12 +76,7 @@ TEST_F(Optimize, ColumnsWithoutRowsGoToTheBoundTheirCostFavours) {
 
 TEST_F(Optimize, UnboundedColumnWithoutRows) {
   for (int sense : {QZ_MIN, QZ_MAX}) {
-    std::vector<double> c{-1.0 * sense}, lo{0}, up{QZ_INFINITY};
-    std::vector<int> beg{0, 0};
-    QZmodel m = new_model();
-    ASSERT_EQ(QZloadLPData(m, 0, 1, sense, 0, c.data(), nullptr, nullptr, 0, beg.data(), nullptr,
-                           nullptr, nullptr, lo.data(), up.data()),
-              0);
+    QZmodel m = columns_only(sense, 0, {-1.0 * sense}, {0}, {QZ_INFINITY});
     int status = 0;
     ASSERT_EQ(QZoptimize(m, QZ_METHOD_FREE, &status), 0);
     EXPECT_EQ(status, QZ_STATUS_UNBOUNDED);
@@ -122,11 +124,7 @@ TEST_F(Optimize, RowsWithoutColumnsAreFeasibleOnlyIfZeroSatisfiesThem) {
 }
 
 TEST_F(Optimize, EmptyModelIsOptimalAtItsConstant) {
-  QZmodel m = new_model();
-  std::vector<int> beg{0};
-  ASSERT_EQ(QZloadLPData(m, 0, 0, QZ_MAX, -4.0, nullptr, nullptr, nullptr, 0, beg.data(), nullptr,
-                         nullptr, nullptr, nullptr, nullptr),
-            0);
+  QZmodel m = columns_only(QZ_MAX, -4.0, {});
   ASSERT_EQ(QZoptimize(m, QZ_METHOD_FREE, nullptr), 0);
   double obj = 0;
   ASSERT_EQ(QZgetObjective(m, &obj), 0);
@@ -158,12 +156,7 @@ TEST_F(Optimize, NoSolutionBeforeASolve) {
 }
 
 TEST_F(Optimize, CallbackStopAndExitLocation) {
-  std::vector<double> c{1.0}, lo{0}, up{1};
-  std::vector<int> beg{0, 0};
-  QZmodel m = new_model();
-  ASSERT_EQ(QZloadLPData(m, 0, 1, QZ_MIN, 0, c.data(), nullptr, nullptr, 0, beg.data(), nullptr,
-                         nullptr, nullptr, lo.data(), up.data()),
-            0);
+  QZmodel m = columns_only(QZ_MIN, 0, {1.0}, {0}, {1});
   std::vector<int> seen;
   auto record = [](QZmodel, int loc, void* d) {
     static_cast<std::vector<int>*>(d)->push_back(loc);
@@ -181,12 +174,7 @@ TEST_F(Optimize, CallbackStopAndExitLocation) {
 }
 
 TEST_F(Optimize, IntegerModelSolvesAsItsRelaxation) {
-  std::vector<double> c{1.0, -1.0}, lo{0.5, 0}, up{3.5, 2.5};
-  std::vector<int> beg{0, 0, 0};
-  QZmodel m = new_model();
-  ASSERT_EQ(QZloadLPData(m, 0, 2, QZ_MIN, 0, c.data(), nullptr, nullptr, 0, beg.data(), nullptr,
-                         nullptr, nullptr, lo.data(), up.data()),
-            0);
+  QZmodel m = columns_only(QZ_MIN, 0, {1.0, -1.0}, {0.5, 0}, {3.5, 2.5});
   char t[] = "II";
   ASSERT_EQ(QZloadVarType(m, t), 0);
   ASSERT_EQ(QZoptimize(m, QZ_METHOD_FREE, nullptr), 0);
@@ -204,12 +192,7 @@ namespace zento::test {
 namespace {
 
 TEST_F(Optimize, ThreadRequestsRunSeriallyUnlessRefused) {
-  std::vector<double> c{1.0}, lo{-2}, up{1};
-  std::vector<int> beg{0, 0};
-  QZmodel m = new_model();
-  ASSERT_EQ(QZloadLPData(m, 0, 1, QZ_MIN, 0, c.data(), nullptr, nullptr, 0, beg.data(), nullptr,
-                         nullptr, nullptr, lo.data(), up.data()),
-            0);
+  QZmodel m = columns_only(QZ_MIN, 0, {1.0}, {-2}, {1});
   ASSERT_EQ(QZsetModelIntParameter(m, QZ_IPARAM_NUM_THREADS, 2), 0);
   int status = 0;
   ASSERT_EQ(QZoptimize(m, QZ_METHOD_FREE, &status), 0);

@@ -5,16 +5,10 @@
 #include <algorithm>
 #include <string>
 
-#include "factor_testlib.h"
+#include "lu_checks.h"
 
 namespace zento::lutest {
 namespace {
-
-struct Case {
-  int core;
-  Shape shape;
-  int m;
-};
 
 class LargeBasis : public ::testing::TestWithParam<Case> {};
 
@@ -67,10 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Case{4, Shape::kNearTriangular, 10000}, Case{4, Shape::kHyperSparse, 50000},
                       Case{4, Shape::kDenseKernel, 20000}, Case{3, Shape::kSlackMix, 10000},
                       Case{3, Shape::kBlock, 20000}, Case{3, Shape::kHyperSparse, 50000}),
-    [](const ::testing::TestParamInfo<Case>& p) {
-      return std::string(p.param.core == 3 ? "clu_" : "slu_") + shape_name(p.param.shape) + "_" +
-             std::to_string(p.param.m);
-    });
+    case_name);
 
 }  // namespace
 }  // namespace zento::lutest

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "factor_testlib.h"
+#include "lu_checks.h"
 #include "lp/factor/lu_engine.h"
 
 namespace zento::lutest {
@@ -142,12 +142,7 @@ TEST(Singular, DependentPairsRepairTheBasis) {
       // The logicals of the deficient rows in the reported slots give a nonsingular basis.
       for (int q = 0; q < k; ++q) rbas[slots[q]] = a.n + rows[q];
       ASSERT_EQ(QZI_lu_fact(*lu, rbas.data()), 0) << what;
-      random_rhs(m, m, rng, &b);
-      std::vector<double> bd(m), xd(m);
-      b.to_dense(bd.data());
-      ASSERT_EQ(QZI_lu_ftran(*lu, b, x, 0), 0);
-      x.to_dense(xd.data());
-      EXPECT_LE(ftran_residual(a, rbas, xd, bd), 1e-9) << what;
+      EXPECT_LE(solve_random(*lu, a, rbas, rng).resid, 1e-9) << what;
     }
   }
 }
@@ -176,21 +171,11 @@ TEST(Singular, NearSingularSolvesOrRefuses) {
         continue;
       }
       if (QZI_lu_get_rcond(*lu) < 2.220446049250313e-16) continue;  // the caller's "singular"
-      SpVec b(m), x(m);
-      random_rhs(m, m, rng, &b);
-      std::vector<double> bd(m), xd(m);
-      b.to_dense(bd.data());
-      ASSERT_EQ(QZI_lu_ftran(*lu, b, x, 0), 0);
-      x.to_dense(xd.data());
-      double xn = 0.0;
-      for (double v : xd) xn = std::max(xn, std::fabs(v));
-      // Normwise backward error: ||r|| / (||B|| ||x|| + ||b||), with ||B|| <= 10 here.
-      const double r = ftran_residual(a, rbas, xd, bd);  // ||r|| / ||b||
-      double bn = 0.0;
-      for (double v : bd) bn = std::max(bn, std::fabs(v));
-      EXPECT_LE(r * bn / (10.0 * xn + bn), 1e-13) << "delta " << delta << " core " << core;
+      // Normwise backward error ||r|| / (||B|| ||x|| + ||b||), with ||B|| <= 10 here.
+      const SolveCheck r = solve_random(*lu, a, rbas, rng);
+      EXPECT_LE(r.backward(10.0), 1e-13) << "delta " << delta << " core " << core;
       if (delta >= 1e-9) {
-        EXPECT_LE(r, 1e-6);
+        EXPECT_LE(r.resid, 1e-6);
       }
     }
   }
@@ -214,17 +199,8 @@ TEST(Singular, BadlyScaledColumnIsNotSingular) {
       auto lu = make(a, core);
       ASSERT_EQ(QZI_lu_fact(*lu, rbas.data()), 0) << "block " << block << " core " << core;
       EXPECT_EQ(QZI_lu_get_rank(*lu), m);
-      SpVec b(m), x(m);
-      random_rhs(m, m, rng, &b);
-      std::vector<double> bd(m), xd(m);
-      b.to_dense(bd.data());
-      ASSERT_EQ(QZI_lu_ftran(*lu, b, x, 0), 0);
-      x.to_dense(xd.data());
-      double xn = 0.0, bn = 0.0;
-      for (double v : xd) xn = std::max(xn, std::fabs(v));
-      for (double v : bd) bn = std::max(bn, std::fabs(v));
-      const double r = ftran_residual(a, rbas, xd, bd) * bn;
-      EXPECT_LE(r / (8.0 * xn + bn), 1e-14) << "block " << block << " core " << core;
+      EXPECT_LE(solve_random(*lu, a, rbas, rng).backward(8.0), 1e-14)
+          << "block " << block << " core " << core;
     }
   }
 }

@@ -4,78 +4,11 @@
 
 #include <algorithm>
 #include <string>
-#include <vector>
 
-#include "factor_testlib.h"
+#include "lu_checks.h"
 
 namespace zento::lutest {
 namespace {
-
-constexpr double kTol = 1e-9;
-
-struct Solver {
-  const ColMatrix& a;
-  std::vector<int>& rbas;
-  LuFactor& lu;
-
-  // Checks FTRAN and BTRAN on right-hand sides of several densities.
-  void check(std::mt19937& rng, const std::string& what) {
-    const int m = a.m;
-    SpVec b(m), x(m);
-    std::vector<double> bd(m), xd(m);
-    for (int nz : {1, 2, 10, m / 20, m / 3, m}) {
-      nz = std::clamp(nz, 1, m);
-      random_rhs(m, nz, rng, &b);
-      b.to_dense(bd.data());
-      ASSERT_EQ(QZI_lu_ftran(lu, b, x, 0), 0) << what;
-      x.to_dense(xd.data());
-      EXPECT_LE(ftran_residual(a, rbas, xd, bd), kTol) << what << " ftran nz=" << nz;
-      ASSERT_EQ(QZI_lu_btran(lu, b, x), 0) << what;
-      x.to_dense(xd.data());
-      EXPECT_LE(btran_residual(a, rbas, xd, bd), kTol) << what << " btran nz=" << nz;
-    }
-  }
-
-  // 200 column replacements drawn from the non-basic columns; failed updates refactor.
-  // Returns the number of refactorizations the engine asked for.
-  int updates(std::mt19937& rng, int count, const std::string& what) {
-    std::vector<char> basic(a.n + a.m, 0);
-    for (int v : rbas) basic[v] = 1;
-    std::uniform_int_distribution<int> pick(0, a.n + a.m - 1);
-    int refacts = 0, done = 0;
-    for (int tries = 0; done < count && tries < 20 * count; ++tries) {
-      const int var = pick(rng);
-      if (basic[var]) continue;
-      const std::vector<int> before = rbas;
-      int st = 0;
-      const int s = random_replace(lu, a, rbas, var, rng, &st);
-      if (st != 0) {
-        ++refacts;
-        EXPECT_EQ(QZI_lu_fact(lu, rbas.data()), 0) << what;
-        continue;
-      }
-      if (s < 0) continue;
-      basic[before[s]] = 0;
-      basic[var] = 1;
-      ++done;
-      if (done % 40 == 0 || done == count) check(rng, what + " after " + std::to_string(done));
-      if (::testing::Test::HasFailure()) return refacts;
-    }
-    EXPECT_EQ(done, count) << what;
-    return refacts;
-  }
-};
-
-struct Case {
-  int core;
-  Shape shape;
-  int m;
-};
-
-std::string case_name(const ::testing::TestParamInfo<Case>& p) {
-  return std::string(p.param.core == 3 ? "clu_" : "slu_") + shape_name(p.param.shape) + "_" +
-         std::to_string(p.param.m);
-}
 
 std::vector<Case> cases(std::initializer_list<int> sizes) {
   std::vector<Case> v;

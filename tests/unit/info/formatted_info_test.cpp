@@ -94,34 +94,34 @@ TEST_F(Formatted, NullArguments) {
 }
 
 TEST_F(Formatted, FormatFileRows) {
-  const std::string f = dir.write("rows.fmt",
-                                  "# label format key\n"
-                                  "vars %5d QZ_IINFO_NUM_VARS\n"
-                                  "\n"
-                                  "obj;%8.3f;QZ_DINFO_POBJ\n"
-                                  "kind\t%4s\tQZ_SINFO_MODEL_TYPE\n"
-                                  "norm %3d QZ_IPARAM_IIS_INFEAS_NORM\n"
-                                  "lu %4d QZ_IPARAM_LU_NUM_CANDITS\n");
-  Lines l(em.model, f.c_str(), 999);  // the selector is not looked at
-  ASSERT_EQ(l.rc, 0);
-  EXPECT_EQ(l.h(), " vars,     obj,kind,norm,  lu,");
-  EXPECT_EQ(l.d(), "    3,   3.000,  LP,  0,   4,");
-}
-
-TEST_F(Formatted, SqlModeQuotesText) {
-  em.model->IISPam.fmt_issql = 1;
-  const std::string f = dir.write("rows.fmt", "kind %s QZ_SINFO_MODEL_TYPE\n");
-  Lines l(em.model, f.c_str(), 0);
-  ASSERT_EQ(l.rc, 0);
-  EXPECT_EQ(l.d(), " 'LP', ");
-}
-
-TEST_F(Formatted, MethodCarriesTheExternalSolverMark) {
-  em.model->SplexPam.splex_use_external = 2;
-  const std::string f = dir.write("rows.fmt", "m %d QZ_IINFO_METHOD\n");
-  Lines l(em.model, f.c_str(), 0);
-  ASSERT_EQ(l.rc, 0);
-  EXPECT_EQ(l.d(), "2000,");
+  struct Case {
+    const char* what;
+    const char* content;
+    const char* header;  // nullptr: not checked
+    const char* data;
+  };
+  const Case cases[] = {
+      {"plain", "# label format key\nvars %5d QZ_IINFO_NUM_VARS\n\nobj;%8.3f;QZ_DINFO_POBJ\n"
+                "kind\t%4s\tQZ_SINFO_MODEL_TYPE\nnorm %3d QZ_IPARAM_IIS_INFEAS_NORM\n"
+                "lu %4d QZ_IPARAM_LU_NUM_CANDITS\n",
+       " vars,     obj,kind,norm,  lu,", "    3,   3.000,  LP,  0,   4,"},
+      // SQL mode quotes text.
+      {"sql", "kind %s QZ_SINFO_MODEL_TYPE\n", nullptr, " 'LP', "},
+      // The method carries the external solver's mark.
+      {"external", "m %d QZ_IINFO_METHOD\n", nullptr, "2000,"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    em.model->IISPam.fmt_issql = std::string(c.what) == "sql";
+    em.model->SplexPam.splex_use_external = std::string(c.what) == "external" ? 2 : 0;
+    const std::string f = dir.write("rows.fmt", c.content);
+    Lines l(em.model, f.c_str(), 999);  // the selector is not looked at
+    ASSERT_EQ(l.rc, 0);
+    if (c.header) {
+      EXPECT_EQ(l.h(), c.header);
+    }
+    EXPECT_EQ(l.d(), c.data);
+  }
 }
 
 TEST_F(Formatted, MalformedFormatFiles) {

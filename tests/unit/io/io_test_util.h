@@ -2,6 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -216,5 +217,33 @@ inline std::string first_difference(const Snapshot& a, const Snapshot& b) {
   if (a.scVars != b.scVars || a.scL != b.scL || a.scU != b.scU) return "semi-continuous data";
   return "";
 }
+
+// A ZENTO file read by the line machine into `out`; the grammar reader must give the same model.
+inline void read_ltx_both(QZenv env, const std::string& file, Snapshot* out) {
+  Model line(env), grammar(env);
+  ASSERT_EQ(QZreadZENTOFile(line, file.c_str()), 0);
+  ASSERT_EQ(QZreadZENTOFileX(grammar, file.c_str()), 0);
+  *out = snapshot(line);
+  EXPECT_EQ(first_difference(*out, snapshot(grammar)), "");
+}
+
+#ifdef ZENTO_RUNZENTO
+// One run of the command-line solver: its exit code and everything it printed.
+struct CliRun {
+  int code = -1;
+  std::string out;
+};
+
+inline CliRun run_cli(const std::string& args) {
+  CliRun r;
+  const std::string cmd = std::string(ZENTO_RUNZENTO) + " " + args + " 2>&1";
+  FILE* p = popen(cmd.c_str(), "r");
+  char buf[4096];
+  while (p && std::fgets(buf, sizeof buf, p)) r.out += buf;
+  const int rc = p ? pclose(p) : -1;
+  r.code = WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
+  return r;
+}
+#endif
 
 }  // namespace zento::test

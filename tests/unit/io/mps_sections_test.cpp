@@ -1,6 +1,8 @@
 // The MPS sections and markers, each on small models whose meaning is known.
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "core/model.h"
 #include "io_test_util.h"
 
@@ -292,52 +294,50 @@ TEST_F(MpsSections, FreeRowsAndTheObjectiveIndex) {
   EXPECT_EQ(k.cols[0].size(), 2u);
 }
 
-TEST_F(MpsSections, ExtendedObjectiveRowsReadWithoutChangingTheModel) {
-  const std::string text =
-      "NAME\nROWS\n N obj\n N second 1 0.5 0 0.01 -1\n L r\nCOLUMNS\n"
-      " x obj 1 second 5\n x r 1\nRHS\n RHS r 1\nENDATA\n";
-  Model m(env.env);
-  ASSERT_EQ(read(m, text), 0);
-  Snapshot s = snapshot(m);
-  EXPECT_EQ(s.nCons, 1);
-  EXPECT_EQ(s.c[0], 1.0);
-}
-
-TEST_F(MpsSections, RepeatedRowInAColumnKeepsTheFirstValue) {
-  Model m(env.env);
-  ASSERT_EQ(read(m, "NAME\nROWS\n N obj\n L r\nCOLUMNS\n x r 2 r 7\nRHS\nENDATA\n"), 0);
-  Snapshot s = snapshot(m);
-  ASSERT_EQ(s.cols[0].size(), 1u);
-  EXPECT_EQ(s.cols[0][0].second, 2.0);
-}
-
-TEST_F(MpsSections, RhsSectionMayBeMissing) {
-  for (const char* tail : {"ENDATA\n", "BOUNDS\n UP B x 2\nENDATA\n", "RANGES\n R r 1\nENDATA\n"}) {
-    SCOPED_TRACE(tail);
+// Small files, each read in the free layout to the model its check names.
+TEST_F(MpsSections, SmallFilesReadToTheirModel) {
+  const std::string head = "NAME\nROWS\n N obj\n L r\nCOLUMNS\n";
+  struct Case {
+    const char* what;
+    std::string text;
+    std::function<void(const Snapshot&)> check;
+  };
+  const Case cases[] = {
+      {"extended objective rows change nothing",
+       "NAME\nROWS\n N obj\n N second 1 0.5 0 0.01 -1\n L r\nCOLUMNS\n"
+       " x obj 1 second 5\n x r 1\nRHS\n RHS r 1\nENDATA\n",
+       [](const Snapshot& s) {
+         EXPECT_EQ(s.nCons, 1);
+         EXPECT_EQ(s.c[0], 1.0);
+       }},
+      {"a repeated row in a column keeps the first value", head + " x r 2 r 7\nRHS\nENDATA\n",
+       [](const Snapshot& s) {
+         ASSERT_EQ(s.cols[0].size(), 1u);
+         EXPECT_EQ(s.cols[0][0].second, 2.0);
+       }},
+      {"no RHS section", head + " x obj 1 r 1\nENDATA\n",
+       [](const Snapshot& s) { EXPECT_EQ(s.c[0], 1.0); }},
+      {"no RHS section before BOUNDS", head + " x obj 1 r 1\nBOUNDS\n UP B x 2\nENDATA\n",
+       [](const Snapshot& s) { EXPECT_EQ(s.u[0], 2.0); }},
+      {"no RHS section before RANGES", head + " x obj 1 r 1\nRANGES\n R r 1\nENDATA\n",
+       [](const Snapshot& s) { EXPECT_EQ(s.c[0], 1.0); }},
+      {"comments", "NAME\n* a comment line\nROWS\n N obj\n L r\nCOLUMNS\n x r 2 $ trailing words\n"
+                   " y r 1 ! more\nRHS\nENDATA\n",
+       [](const Snapshot& s) { EXPECT_EQ(s.nVars, 2); }},
+      {"a quadratic section before RHS",
+       head + " x r 1\nQUADOBJ\n x x 2\nRHS\n r 4\nBOUNDS\n UP B x 3\nENDATA\n",
+       [](const Snapshot& s) {
+         EXPECT_EQ(s.b[0], 4.0);
+         EXPECT_EQ(s.u[0], 3.0);
+         EXPECT_EQ(s.qcCoef, (std::vector<double>{2.0}));
+       }},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
     Model m(env.env);
-    ASSERT_EQ(read(m, std::string("NAME\nROWS\n N obj\n L r\nCOLUMNS\n x obj 1 r 1\n") + tail), 0);
-    EXPECT_EQ(snapshot(m).c[0], 1.0);
+    ASSERT_EQ(read(m, c.text), 0);
+    c.check(snapshot(m));
   }
-}
-
-TEST_F(MpsSections, CommentsByLayout) {
-  const std::string text =
-      "NAME\n* a comment line\nROWS\n N obj\n L r\nCOLUMNS\n x r 2 $ trailing words\n"
-      " y r 1 ! more\nRHS\nENDATA\n";
-  Model m(env.env);
-  ASSERT_EQ(read(m, text, QZ_MPS_FREE), 0);
-  EXPECT_EQ(snapshot(m).nVars, 2);
-}
-
-TEST_F(MpsSections, QuadraticSectionBeforeRhs) {
-  Model m(env.env);
-  ASSERT_EQ(read(m, "NAME\nROWS\n N obj\n L r\nCOLUMNS\n x r 1\nQUADOBJ\n x x 2\nRHS\n r 4\n"
-                    "BOUNDS\n UP B x 3\nENDATA\n"),
-            0);
-  Snapshot s = snapshot(m);
-  EXPECT_EQ(s.b[0], 4.0);
-  EXPECT_EQ(s.u[0], 3.0);
-  EXPECT_EQ(s.qcCoef, (std::vector<double>{2.0}));
 }
 
 TEST_F(MpsSections, IndicatorRowsBecomeLinear) {

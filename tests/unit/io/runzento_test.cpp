@@ -1,30 +1,12 @@
 // The command-line solver: exit codes a script can test, and its outputs.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdio>
 #include <string>
 
 #include "io_test_util.h"
 
 namespace zento::test {
 namespace {
-
-struct CliRun {
-  int code = -1;
-  std::string out;
-};
-
-CliRun run(const std::string& args) {
-  CliRun r;
-  const std::string cmd = std::string(ZENTO_RUNZENTO) + " " + args + " 2>&1";
-  FILE* p = popen(cmd.c_str(), "r");
-  char buf[4096];
-  while (p && std::fgets(buf, sizeof buf, p)) r.out += buf;
-  const int rc = p ? pclose(p) : -1;
-  r.code = WIFEXITED(rc) ? WEXITSTATUS(rc) : -1;
-  return r;
-}
 
 TEST(Runzento, ExitCodesAndMessages) {
   ScratchDir dir;
@@ -53,19 +35,19 @@ TEST(Runzento, ExitCodesAndMessages) {
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.args);
-    const CliRun r = run(c.args);
+    const CliRun r = run_cli(c.args);
     EXPECT_EQ(r.code, c.code) << r.out;
     EXPECT_NE(r.out.find(c.text), std::string::npos) << r.out;
   }
   // An LP with rows waits for the LP engine: a clean error, code 3, or a proven answer.
-  const CliRun lp = run("-q " + data + "/examples/tiny_lp.mps");
+  const CliRun lp = run_cli("-q " + data + "/examples/tiny_lp.mps");
   EXPECT_TRUE(lp.code == 3 || lp.code == 0) << lp.out;
 }
 
 TEST(Runzento, WritesModelSolutionAndBasis) {
   ScratchDir dir;
   const std::string model = instances_dir() + "/models/bounds_only.mps";
-  const CliRun r = run("-q --write-mps " + dir.file("copy.mps.gz") + " -s " + dir.file("out.sol") +
+  const CliRun r = run_cli("-q --write-mps " + dir.file("copy.mps.gz") + " -s " + dir.file("out.sol") +
                     " --write-basis " + dir.file("out.bas") + " " + model);
   ASSERT_EQ(r.code, 0) << r.out;
   Env env;
@@ -79,7 +61,7 @@ TEST(Runzento, WritesModelSolutionAndBasis) {
   EXPECT_EQ(x, (std::vector<double>{1, 5, 0}));
   EXPECT_EQ(QZreadBasis(b, dir.file("out.bas").c_str(), 1), 0);
   // The basis read back drives the next run.
-  const CliRun again = run("-q --read-basis " + dir.file("out.bas") + " " + model);
+  const CliRun again = run_cli("-q --read-basis " + dir.file("out.bas") + " " + model);
   EXPECT_EQ(again.code, 0) << again.out;
 }
 

@@ -101,22 +101,18 @@ MipData random_mip(uint64_t seed, int kind) {
   return d;
 }
 
-namespace {
-
-bool rows_ok(const MipData& d, const std::vector<double>& x) {
+bool rows_ok(const MipData& d, const std::vector<double>& x, double tol) {
   std::vector<double> act(d.m, 0.0);
   for (int j = 0; j < d.n; ++j)
     for (int k = d.beg[j]; k < d.beg[j + 1]; ++k) act[d.rows[k]] += d.vals[k] * x[j];
   for (int i = 0; i < d.m; ++i) {
     const double s = d.b[i] - act[i];
-    if (d.rtypes[i] == 'L' && s < -1e-9) return false;
-    if (d.rtypes[i] == 'G' && s > 1e-9) return false;
-    if (d.rtypes[i] == 'E' && std::fabs(s) > 1e-9) return false;
+    if (d.rtypes[i] == 'L' && s < -tol) return false;
+    if (d.rtypes[i] == 'G' && s > tol) return false;
+    if (d.rtypes[i] == 'E' && std::fabs(s) > tol) return false;
   }
   return true;
 }
-
-}  // namespace
 
 OracleAnswer enumerate_mip(QZenv env, const MipData& d) {
   OracleAnswer ans;
@@ -140,7 +136,7 @@ OracleAnswer enumerate_mip(QZenv env, const MipData& d) {
     std::vector<double> x(d.n, 0.0);
     for (size_t k = 0; k < ints.size(); ++k) x[ints[k]] = v[k];
     if (!has_cont) {
-      if (rows_ok(d, x)) {
+      if (rows_ok(d, x, 1e-9)) {
         double obj = d.objconst;
         for (int j = 0; j < d.n; ++j) obj += d.c[j] * x[j];
         if (ans.status != QZ_STATUS_OPTIMAL || sign * obj < sign * ans.obj) {

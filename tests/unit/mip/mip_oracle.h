@@ -31,6 +31,8 @@ struct OracleAnswer {
 // equality rows, maximization, free continuous columns that may make it unbounded).
 MipData random_mip(uint64_t seed, int kind);
 OracleAnswer enumerate_mip(QZenv env, const MipData& d);
+// Every row of `d` holds at `x` within `tol`.
+bool rows_ok(const MipData& d, const std::vector<double>& x, double tol);
 
 // Shared environment helpers.
 QZenv test_env();

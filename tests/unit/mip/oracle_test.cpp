@@ -71,16 +71,7 @@ bool feasible(const MipData& d, const std::vector<double>& x) {
     if (x[j] < d.lo[j] - 1e-6 || x[j] > d.up[j] + 1e-6) return false;
     if (d.vtypes[j] != 'C' && std::fabs(x[j] - std::round(x[j])) > 1e-5) return false;
   }
-  std::vector<double> act(d.m, 0.0);
-  for (int j = 0; j < d.n; ++j)
-    for (int k = d.beg[j]; k < d.beg[j + 1]; ++k) act[d.rows[k]] += d.vals[k] * x[j];
-  for (int i = 0; i < d.m; ++i) {
-    const double s = d.b[i] - act[i];
-    if (d.rtypes[i] == 'L' && s < -1e-6) return false;
-    if (d.rtypes[i] == 'G' && s > 1e-6) return false;
-    if (d.rtypes[i] == 'E' && std::fabs(s) > 1e-6) return false;
-  }
-  return true;
+  return rows_ok(d, x, 1e-6);
 }
 
 TEST_F(OracleTest, RandomMipsAgreeWithEnumerationUnderEveryRule) {

@@ -16,38 +16,59 @@ namespace {
 
 using namespace zento::mip;
 
-// A record with `n` integer columns and a pool of nodes, without a model LP.
+// Integer data of `cols` inside their top bounds; the node bounds start unset.
+void init_ip(BnbRecord& b, std::vector<int> cols, std::vector<int> top_lb, std::vector<int> top_ub) {
+  IpData& ip = b.ip;
+  const size_t n = cols.size();
+  ip.n_ints = static_cast<int>(n);
+  ip.cols = std::move(cols);
+  ip.top_lb = std::move(top_lb);
+  ip.top_ub = std::move(top_ub);
+  ip.lb.assign(n, kIntNegInf);
+  ip.ub.assign(n, kIntInf);
+  ip.on_stack.assign(n, 0);
+  ip.pc_up.assign(n, 0);
+  ip.pc_down.assign(n, 0);
+  ip.n_up.assign(n, 0);
+  ip.n_down.assign(n, 0);
+  ip.flags.assign(n, 0);
+}
+
+// A node below `parent` (-1: a root) that changes one bound of integer `var` to `value`.
+int add_node(BnbRecord& b, int parent, double bound, uint8_t type, int var, int value,
+             int old_value) {
+  int idx = -1;
+  EXPECT_EQ(node_get_freeNode(b, &idx), 0);
+  Node& n = node_at(b, idx);
+  n.parent = parent;
+  n.depth = parent < 0 ? 0 : node_at(b, parent).depth + 1;
+  n.bound = bound;
+  n.type = type;
+  n.branch_var = var;
+  n.new_value = value;
+  if (var >= 0) n.old_value = old_value;
+  if (parent >= 0) {
+    Node& p = node_at(b, parent);
+    (p.child[0] < 0 ? p.child[0] : p.child[1]) = idx;
+  }
+  return idx;
+}
+
+// A record with `n` integer columns on [0, 5] and a pool of nodes, without a model LP.
 struct Tree {
   BandBParams params;
   Imodel model;
   BnbRecord b;
   explicit Tree(int n) {
     b.model = &model;
-    b.ip.n_ints = n;
-    for (int k = 0; k < n; ++k) b.ip.cols.push_back(k);
+    init_ip(b, std::vector<int>(n), std::vector<int>(n, 0), std::vector<int>(n, 5));
+    for (int k = 0; k < n; ++k) b.ip.cols[k] = k;
     b.ip.lb.assign(n, 0);
     b.ip.ub.assign(n, 5);
-    b.ip.top_lb.assign(n, 0);
-    b.ip.top_ub.assign(n, 5);
-    b.ip.on_stack.assign(n, 0);
     b.heap.cmp = node_smallestBound;
   }
   int add(int parent, double bound, uint8_t type = kModNone, int var = -1, int value = 0) {
-    int idx = -1;
-    EXPECT_EQ(node_get_freeNode(b, &idx), 0);
-    Node& n = node_at(b, idx);
-    n.parent = parent;
-    n.depth = parent < 0 ? 0 : node_at(b, parent).depth + 1;
-    n.bound = bound;
-    n.type = type;
-    n.branch_var = var;
-    n.new_value = value;
-    if (var >= 0) n.old_value = type == kModUpper ? 5 : 0;
-    if (parent >= 0) {
-      Node& p = node_at(b, parent);
-      (p.child[0] < 0 ? p.child[0] : p.child[1]) = idx;
-    }
-    return idx;
+    return add_node(b, parent, bound, type, var, value, type == kModUpper ? 5 : 0);
   }
 };
 
@@ -134,30 +155,19 @@ TEST_F(WalkTest, SiblingMoveTouchesTwoChangesAndBoundsFollowThePath) {
   b.n_vars = d_.n;
   b.n_cons = d_.m;
   IpData& ip = b.ip;
-  ip.col2int.assign(d_.n, -1);
+  std::vector<int> cols, top_lb, top_ub;
   for (int j = 0; j < d_.n; ++j)
     if (d_.vtypes[j] != 'C') {
-      ip.col2int[j] = static_cast<int>(ip.cols.size());
-      ip.cols.push_back(j);
-      ip.lb.push_back(kIntNegInf);
-      ip.ub.push_back(kIntInf);
-      ip.top_lb.push_back(static_cast<int>(d_.lo[j]));
-      ip.top_ub.push_back(static_cast<int>(d_.up[j]));
+      cols.push_back(j);
+      top_lb.push_back(static_cast<int>(d_.lo[j]));
+      top_ub.push_back(static_cast<int>(d_.up[j]));
     }
-  ip.n_ints = static_cast<int>(ip.cols.size());
-  ip.on_stack.assign(ip.n_ints, 0);
+  ip.col2int.assign(d_.n, -1);
+  for (size_t k = 0; k < cols.size(); ++k) ip.col2int[cols[k]] = static_cast<int>(k);
+  init_ip(b, cols, top_lb, top_ub);
   ASSERT_EQ(bnb_create_lp(b), 0);
   auto mk = [&](int parent, uint8_t type, int k, int value) {
-    int idx = -1;
-    EXPECT_EQ(node_get_freeNode(b, &idx), 0);
-    Node& n = node_at(b, idx);
-    n.parent = parent;
-    n.depth = parent < 0 ? 0 : node_at(b, parent).depth + 1;
-    n.type = type;
-    n.branch_var = k;
-    n.new_value = value;
-    n.old_value = type == kModUpper ? kIntInf : kIntNegInf;
-    return idx;
+    return add_node(b, parent, 0, type, k, value, type == kModUpper ? kIntInf : kIntNegInf);
   };
   const int root = mk(-1, kModNone, -1, 0);
   const int a = mk(root, kModUpper, 0, static_cast<int>(d_.lo[0]));
@@ -203,19 +213,8 @@ TEST_F(WalkTest, StrongBranchingLeavesBoundsAndBasisAsFound) {
   b.n_cons = 2;
   b.obj_sign = -1;
   IpData& ip = b.ip;
-  ip.n_ints = 2;
-  ip.cols = {0, 1};
+  init_ip(b, {0, 1}, {0, 0}, {3, 3});
   ip.col2int = {0, 1};
-  ip.lb.assign(2, kIntNegInf);
-  ip.ub.assign(2, kIntInf);
-  ip.top_lb.assign(2, 0);
-  ip.top_ub.assign(2, 3);
-  ip.on_stack.assign(2, 0);
-  ip.pc_up.assign(2, 0);
-  ip.pc_down.assign(2, 0);
-  ip.n_up.assign(2, 0);
-  ip.n_down.assign(2, 0);
-  ip.flags.assign(2, 0);
   ip.colsum.assign(2, 3);
   ASSERT_EQ(bnb_create_lp(b), 0);
   for (int k = 0; k < 2; ++k) bnb_stack_int(b, k);
@@ -248,11 +247,6 @@ TEST_F(WalkTest, StrongBranchingLeavesBoundsAndBasisAsFound) {
 
 TEST(PseudoCostTest, FirstObservationWholeThenSmoothedNegativeClipped) {
   Tree t(1);
-  t.b.ip.pc_up.assign(1, 0);
-  t.b.ip.pc_down.assign(1, 0);
-  t.b.ip.n_up.assign(1, 0);
-  t.b.ip.n_down.assign(1, 0);
-  t.b.ip.flags.assign(1, 0);
   const int root = t.add(-1, 10);
   const int up = t.add(root, 14, kModLower, 0, 1);
   node_at(t.b, up).frac = 0.6f;  // the column moved 1 - 0.6 = 0.4 up
@@ -272,10 +266,7 @@ TEST(PseudoCostTest, FirstObservationWholeThenSmoothedNegativeClipped) {
   EXPECT_EQ(t.b.ip.pc_down[0], 3.0f);
 }
 
-struct LogCapture {
-  std::string text;
-};
-void capture(QZmodel, char* line, void* data) { static_cast<LogCapture*>(data)->text += line; }
+void capture_line(QZmodel, char* line, void* data) { *static_cast<std::string*>(data) += line; }
 
 class DriverTest : public ::testing::Test {
  protected:
@@ -309,40 +300,49 @@ MipData tiny(bool integer) {
   return d;
 }
 
-TEST_F(DriverTest, LpModelIsSolvedAtTheRootWithItsNotice) {
-  QZmodel m = load(tiny(false));
-  LogCapture log;
-  QZsetModelLogfunc(m, capture, &log);
+// Solves `d` to optimality with the search log at level 2, from `start` when given; returns
+// the model (the caller deletes it) and the log.
+QZmodel solve_logged(QZenv env, const MipData& d, std::string* log,
+                     const std::vector<double>& start = {}) {
+  int rc = 0;
+  QZmodel m = QZcreateModel(env, &rc);
+  EXPECT_EQ(d.load(m), 0);
+  quiet(m);
+  QZsetModelLogfunc(m, capture_line, log);
   QZsetModelIntParameter(m, QZ_IPARAM_MIP_PRINTLEVEL, 2);
+  if (!start.empty()) {
+    EXPECT_EQ(QZloadMIPVarStartPoint(m, start.data()), 0);
+  }
   int status = 0;
-  ASSERT_EQ(QZsolveMIP(m, &status), 0);
+  EXPECT_EQ(QZsolveMIP(m, &status), 0);
   EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
+  return m;
+}
+
+TEST_F(DriverTest, LpModelIsSolvedAtTheRootWithItsNotice) {
+  std::string log;
+  QZmodel m = solve_logged(env_, tiny(false), &log);
   double obj = 0;
   QZgetMIPObjective(m, &obj);
   EXPECT_NEAR(obj, 7.0 / 3.0, 1e-9);
-  EXPECT_NE(log.text.find("\n\nThe problem is an LP.\n\n"), std::string::npos);
-  EXPECT_NE(log.text.find("(*T)"), std::string::npos);
+  EXPECT_NE(log.find("\n\nThe problem is an LP.\n\n"), std::string::npos);
+  EXPECT_NE(log.find("(*T)"), std::string::npos);
   QZdeleteModel(&m);
 }
 
 TEST_F(DriverTest, MaximizationLogAndRecordInTheModelSense) {
-  QZmodel m = load(tiny(true));
-  LogCapture log;
-  QZsetModelLogfunc(m, capture, &log);
-  QZsetModelIntParameter(m, QZ_IPARAM_MIP_PRINTLEVEL, 2);
-  int status = 0;
-  ASSERT_EQ(QZsolveMIP(m, &status), 0);
-  EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
+  std::string log;
+  QZmodel m = solve_logged(env_, tiny(true), &log);
   double obj = 0, bound = 0;
   QZgetMIPObjective(m, &obj);
   QZgetBestBounds(m, nullptr, &bound);
   EXPECT_EQ(obj, 2.0);
   EXPECT_EQ(bound, 2.0);
-  EXPECT_NE(log.text.find("#BRANCHs  #NODEs    #LPs    BEST BOUND      BEST  IP     RGAP    TIME  OPTIME"),
+  EXPECT_NE(log.find("#BRANCHs  #NODEs    #LPs    BEST BOUND      BEST  IP     RGAP    TIME  OPTIME"),
             std::string::npos);
-  EXPECT_NE(log.text.find("Initial continuous objective: 2.333333"), std::string::npos);
-  EXPECT_NE(log.text.find(" 2.000000e+00"), std::string::npos);
-  EXPECT_EQ(log.text.find("-2.000000e+00"), std::string::npos);
+  EXPECT_NE(log.find("Initial continuous objective: 2.333333"), std::string::npos);
+  EXPECT_NE(log.find(" 2.000000e+00"), std::string::npos);
+  EXPECT_EQ(log.find("-2.000000e+00"), std::string::npos);
   QZdeleteModel(&m);
 }
 
@@ -355,16 +355,10 @@ TEST_F(DriverTest, FeasibleStartPointStandsAsTheFirstIncumbent) {
                {{3, 3}, "\nStartpoint info (not feasible):", false},
                {{0.5, 1}, "\nStartpoint info (not feasible):", false}};
   for (const Case& c : cases) {
-    QZmodel m = load(tiny(true));
-    LogCapture log;
-    QZsetModelLogfunc(m, capture, &log);
-    QZsetModelIntParameter(m, QZ_IPARAM_MIP_PRINTLEVEL, 2);
-    ASSERT_EQ(QZloadMIPVarStartPoint(m, c.x.data()), 0);
-    int status = 0;
-    ASSERT_EQ(QZsolveMIP(m, &status), 0);
-    EXPECT_EQ(status, QZ_STATUS_OPTIMAL);
-    EXPECT_NE(log.text.find(c.report), std::string::npos) << log.text;
-    EXPECT_EQ(log.text.find("(*H)") != std::string::npos, c.tagged) << log.text;
+    std::string log;
+    QZmodel m = solve_logged(env_, tiny(true), &log, c.x);
+    EXPECT_NE(log.find(c.report), std::string::npos) << log;
+    EXPECT_EQ(log.find("(*H)") != std::string::npos, c.tagged) << log;
     QZdeleteModel(&m);
   }
 }

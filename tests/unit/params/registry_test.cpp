@@ -150,14 +150,6 @@ TEST_F(RegistryTest, CopiesCarryTheirClassMarkerAndNameIndex) {
   QZdeleteModel(&m);
 }
 
-TEST(RegistryTable, VersionRowsAreTheBuildConstants) {
-  EXPECT_EQ(param_row(QZ_IPARAM_VER_MAJOR)->xxx_dfl, kVerMajor);
-  EXPECT_EQ(param_row(QZ_IPARAM_VER_MINOR)->xxx_dfl, kVerMinor);
-  EXPECT_EQ(param_row(QZ_IPARAM_VER_BUILD)->xxx_dfl, kVerBuild);
-  EXPECT_EQ(param_row(QZ_IPARAM_VER_REVISION)->xxx_dfl, kVerRevision);
-  EXPECT_EQ(param_row(QZ_IPARAM_VER_NUMBER)->xxx_dfl, 1300);
-}
-
 TEST(RegistryTable, RenamesLeadToKnownNames) {
   EXPECT_EQ(param_rename_count(), 66);
   EXPECT_STREQ(param_rename("qz_iparam_mip_timlim"), nullptr);

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "../common/env_fixture.h"
 #include "presolve_test_util.h"
 #include "zento_modify.h"
 
@@ -18,17 +19,7 @@ LpData sample(uint64_t seed) {
   return make_planted(seed, o);
 }
 
-struct PathTest : ::testing::Test {
-  void SetUp() override {
-    int rc = 0;
-    env = QZcreateEnv(&rc);
-    ASSERT_EQ(rc, 0);
-  }
-  void TearDown() override {
-    if (env) QZdeleteEnv(&env);
-  }
-  QZenv env = nullptr;
-};
+using PathTest = EnvFixture;
 
 TEST_F(PathTest, KeptCopyServesTheNextSolve) {
   const LpData lp = sample(3);

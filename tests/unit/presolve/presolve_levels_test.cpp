@@ -7,8 +7,6 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -28,38 +26,11 @@ namespace {
 // with the pass limit, and the low-memory route.
 constexpr int kLevels[] = {2, 6, 8, 16, 32, 64, 30, 126, 254, 254 | 1024, 8192};
 
-struct Row {
-  std::string collection, model, status;
-};
-
-std::vector<Row> read_table(const std::string& collection) {
-  std::vector<Row> rows;
-  std::ifstream in(std::string(ZENTO_LP_TABLES) + "/" + collection + ".csv");
-  std::string line;
-  bool header = true;
-  while (std::getline(in, line)) {
-    if (line.empty() || line[0] == '#') continue;
-    if (header) {
-      header = false;
-      continue;
-    }
-    std::stringstream ss(line);
-    Row r;
-    r.collection = collection;
-    std::getline(ss, r.model, ',');
-    std::getline(ss, r.status, ',');
-    rows.push_back(r);
-  }
-  return rows;
-}
-
-std::vector<Row> all_rows() {
-  std::vector<Row> v = read_table("netlib");
-  for (const Row& r : read_table("netlib_infeasible")) v.push_back(r);
+std::vector<TableRow> all_rows() {
+  std::vector<TableRow> v = read_lp_table(ZENTO_LP_TABLES, "netlib");
+  for (const TableRow& r : read_lp_table(ZENTO_LP_TABLES, "netlib_infeasible")) v.push_back(r);
   return v;
 }
-
-bool optimal(int s) { return s == QZ_STATUS_OPTIMAL || s == QZ_STATUS_BASIC_OPTIMAL; }
 
 bool close(double a, double b, double rel) {
   return std::fabs(a - b) <= rel * std::max(1.0, std::fabs(b));
@@ -69,13 +40,13 @@ bool close(double a, double b, double rel) {
 std::string compare(QZmodel model, const LpData& lp, int level, int status, int refStatus,
                     double refObj) {
   char buf[256];
-  if (!optimal(refStatus)) {
+  if (!is_optimal(refStatus)) {
     if (same_verdict(status, refStatus)) return "";
     std::snprintf(buf, sizeof buf, "level %d: status %d, without presolve %d", level, status,
                   refStatus);
     return buf;
   }
-  if (!optimal(status)) {
+  if (!is_optimal(status)) {
     std::snprintf(buf, sizeof buf, "level %d: status %d", level, status);
     return buf;
   }
@@ -94,10 +65,10 @@ std::string compare(QZmodel model, const LpData& lp, int level, int status, int 
   return "";
 }
 
-class PresolveLevelsNetlib : public ::testing::TestWithParam<Row> {};
+class PresolveLevelsNetlib : public ::testing::TestWithParam<TableRow> {};
 
 TEST_P(PresolveLevelsNetlib, SameOptimumAtEveryLevel) {
-  const Row& row = GetParam();
+  const TableRow& row = GetParam();
   int rc = 0;
   QZenv env = QZcreateEnv(&rc);
   ASSERT_EQ(rc, 0);
@@ -117,7 +88,7 @@ TEST_P(PresolveLevelsNetlib, SameOptimumAtEveryLevel) {
   double refObj = 0;
   QZgetObjective(ref, &refObj);
   if (row.status == "optimal") {
-    ASSERT_TRUE(optimal(refStatus)) << refStatus;
+    ASSERT_TRUE(is_optimal(refStatus)) << refStatus;
   }
   const LpData lp = LpData::from_model(ref);
   QZdeleteModel(&ref);
@@ -142,12 +113,7 @@ TEST_P(PresolveLevelsNetlib, SameOptimumAtEveryLevel) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Netlib, PresolveLevelsNetlib, ::testing::ValuesIn(all_rows()),
-                         [](const auto& info) {
-                           std::string s = info.param.model;
-                           for (char& c : s)
-                             if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-                           return s;
-                         });
+                         [](const auto& info) { return test_name(info.param.model); });
 
 // The planted set: each model at each level against its solve without presolve.
 TEST(PresolveLevelsPlanted, SameOptimumAtEveryLevel) {
@@ -161,7 +127,7 @@ TEST(PresolveLevelsPlanted, SameOptimumAtEveryLevel) {
     solve_at(env, lp, 0, ref);
     if (HasFatalFailure()) return;
     ASSERT_EQ(ref.rc, 0);
-    ASSERT_TRUE(optimal(ref.status)) << "seed " << seed;
+    ASSERT_TRUE(is_optimal(ref.status)) << "seed " << seed;
     for (int level : kLevels) {
       SolveRun on;
       solve_at(env, lp, level, on);

@@ -18,36 +18,6 @@ namespace zento::test {
 
 constexpr double kInf = QZ_INFINITY;
 
-// An LP from a dense row-major matrix; zeros are not stored.
-inline LpData dense_lp(int sense, std::vector<double> c, std::vector<std::vector<double>> A,
-                       std::vector<double> b, std::string types, std::vector<double> lo,
-                       std::vector<double> up) {
-  LpData lp;
-  lp.m = static_cast<int>(A.size());
-  lp.n = static_cast<int>(c.size());
-  lp.sense = sense;
-  lp.c = std::move(c);
-  lp.b = std::move(b);
-  lp.types = std::move(types);
-  lp.lo = std::move(lo);
-  lp.up = std::move(up);
-  lp.has_opt = false;
-  lp.beg.assign(lp.n + 1, 0);
-  for (int j = 0; j < lp.n; ++j) {
-    for (int i = 0; i < lp.m; ++i)
-      if (A[i][j] != 0) {
-        lp.rows.push_back(i);
-        lp.vals.push_back(A[i][j]);
-      }
-    lp.beg[j + 1] = static_cast<int>(lp.vals.size());
-  }
-  if (lp.vals.empty()) {
-    lp.vals.push_back(0);
-    lp.rows.push_back(0);
-  }
-  return lp;
-}
-
 struct SolveRun {
   QZmodel model = nullptr;
   int rc = -1, status = 0, method = 0, iters = 0;
@@ -117,12 +87,6 @@ inline std::vector<StageLine> stage_table(const std::string& log) {
     ++p;
   }
   return v;
-}
-
-// Infeasible and unbounded verdicts agree when one side could not tell them apart.
-inline bool same_verdict(int a, int b) {
-  auto either = [](int s) { return s == QZ_STATUS_INFEASIBLE || s == QZ_STATUS_UNBOUNDED; };
-  return a == b || (a == QZ_STATUS_INFORUNB && either(b)) || (b == QZ_STATUS_INFORUNB && either(a));
 }
 
 }  // namespace zento::test

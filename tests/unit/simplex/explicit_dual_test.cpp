@@ -6,6 +6,7 @@
 #include <cmath>
 #include <string>
 
+#include "../common/env_fixture.h"
 #include "lp_oracle.h"
 #include "zento_fortran.h"
 
@@ -22,15 +23,7 @@ LpData planted(uint64_t seed) {
   return make_planted(seed, o);
 }
 
-struct ExplicitDual : ::testing::Test {
-  void SetUp() override {
-    int rc = 0;
-    env = QZcreateEnv(&rc);
-    ASSERT_EQ(rc, 0);
-  }
-  void TearDown() override { QZdeleteEnv(&env); }
-  QZenv env = nullptr;
-};
+using ExplicitDual = EnvFixture;
 
 TEST_F(ExplicitDual, DualOptimumEqualsPlantedOptimum) {
   int checked = 0;
@@ -86,38 +79,24 @@ TEST_F(ExplicitDual, ForcedOrientationGivesTheModelsAnswer) {
 
 // Small models whose verdict is known: the forced orientation must agree with the plain solve.
 TEST_F(ExplicitDual, ForcedOrientationKeepsInfeasibleAndUnboundedVerdicts) {
-  struct Hand {
-    const char* name;
-    int m, n;
-    std::vector<double> c, b, lo, up;
-    std::string types;
-    std::vector<int> beg, rows;
-    std::vector<double> vals;
-  };
   const double inf = QZ_INFINITY;
-  const Hand cases[] = {
-      // x + y <= 1, x + y >= 3.
-      {"infeasible", 2, 2, {1, 1}, {1, 3}, {0, 0}, {inf, inf}, "LG", {0, 2, 4}, {0, 1, 0, 1},
-       {1, 1, 1, 1}},
-      // min -x - y with x - y <= 1: unbounded along x = y.
-      {"unbounded", 1, 2, {-1, -1}, {1}, {0, 0}, {inf, inf}, "L", {0, 1, 2}, {0, 0}, {1, -1}},
+  const std::pair<const char*, LpData> cases[] = {
+      {"infeasible", dense_lp(QZ_MIN, {1, 1}, {{1, 1}, {1, 1}}, {1, 3}, "LG", {0, 0}, {inf, inf})},
+      // Unbounded along x = y.
+      {"unbounded", dense_lp(QZ_MIN, {-1, -1}, {{1, -1}}, {1}, "L", {0, 0}, {inf, inf})},
   };
-  for (const Hand& h : cases) {
+  for (const auto& [name, lp] : cases) {
     int verdict[2] = {0, 0};
     for (int pts : {1, 2}) {
-      int rc = 0;
-      QZmodel m = QZcreateModel(env, &rc);
-      ASSERT_EQ(QZloadLPData(m, h.m, h.n, QZ_MIN, 0, h.c.data(), h.b.data(), h.types.data(),
-                             static_cast<int>(h.vals.size()), h.beg.data(), nullptr,
-                             h.vals.data(), h.rows.data(), h.lo.data(), h.up.data()),
-                0);
+      QZmodel m = new_model();
+      ASSERT_EQ(lp.load(m), 0);
       QZsetModelIntParameter(m, QZ_IPARAM_PROB_TO_SOLVE, pts);
       QZsetModelIntParameter(m, QZ_IPARAM_SOLVER_IUSOL, 1);
-      EXPECT_EQ(QZoptimize(m, QZ_METHOD_FREE, &verdict[pts - 1]), 0) << h.name;
+      EXPECT_EQ(QZoptimize(m, QZ_METHOD_FREE, &verdict[pts - 1]), 0) << name;
       QZdeleteModel(&m);
     }
-    EXPECT_EQ(verdict[0], verdict[1]) << h.name;
-    EXPECT_NE(verdict[0], QZ_STATUS_BASIC_OPTIMAL) << h.name;
+    EXPECT_EQ(verdict[0], verdict[1]) << name;
+    EXPECT_NE(verdict[0], QZ_STATUS_BASIC_OPTIMAL) << name;
   }
 }
 

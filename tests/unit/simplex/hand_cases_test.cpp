@@ -18,74 +18,45 @@ struct Hand {
   double obj;
 };
 
-LpData dense_lp(int m, int n, int sense, std::vector<double> c, std::vector<double> A,
-                std::vector<double> b, std::string types, std::vector<double> lo,
-                std::vector<double> up) {
-  LpData lp;
-  lp.m = m;
-  lp.n = n;
-  lp.sense = sense;
-  lp.c = std::move(c);
-  lp.b = std::move(b);
-  lp.types = std::move(types);
-  lp.lo = std::move(lo);
-  lp.up = std::move(up);
-  lp.beg.assign(n + 1, 0);
-  for (int j = 0; j < n; ++j) {
-    for (int i = 0; i < m; ++i) {
-      const double v = A[i * n + j];
-      if (v == 0) continue;
-      lp.rows.push_back(i);
-      lp.vals.push_back(v);
-    }
-    lp.beg[j + 1] = static_cast<int>(lp.vals.size());
-  }
-  if (lp.vals.empty()) {
-    lp.vals.push_back(0);
-    lp.rows.push_back(0);
-  }
-  return lp;
-}
-
 constexpr double kInf = QZ_INFINITY;
 
 std::vector<Hand> hand_cases() {
   std::vector<Hand> v;
   // Beale's example, which cycles under the textbook rule.
   {
-    LpData lp = dense_lp(3, 4, QZ_MIN, {-0.75, 150, -0.02, 6},
-                         {0.25, -60, -0.04, 9, 0.5, -90, -0.02, 3, 0, 0, 1, 0}, {0, 0, 1}, "LLL",
+    LpData lp = dense_lp(QZ_MIN, {-0.75, 150, -0.02, 6},
+                         {{0.25, -60, -0.04, 9}, {0.5, -90, -0.02, 3}, {0, 0, 1, 0}}, {0, 0, 1}, "LLL",
                          {0, 0, 0, 0}, {kInf, kInf, kInf, kInf});
     lp.opt = -0.05;
     v.push_back({"beale", lp, QZ_STATUS_BASIC_OPTIMAL, -0.05});
   }
   // x + y >= 3, x + y <= 1.
   v.push_back({"infeasible",
-               dense_lp(2, 2, QZ_MIN, {1, 1}, {1, 1, 1, 1}, {3, 1}, "GL", {0, 0}, {kInf, kInf}),
+               dense_lp(QZ_MIN, {1, 1}, {{1, 1}, {1, 1}}, {3, 1}, "GL", {0, 0}, {kInf, kInf}),
                QZ_STATUS_INFEASIBLE, 0});
   // max x + y, x - y <= 1.
   v.push_back({"unbounded",
-               dense_lp(1, 2, QZ_MAX, {1, 1}, {1, -1}, {1}, "L", {0, 0}, {kInf, kInf}),
+               dense_lp(QZ_MAX, {1, 1}, {{1, -1}}, {1}, "L", {0, 0}, {kInf, kInf}),
                QZ_STATUS_UNBOUNDED, 0});
   // Crossing bounds on a column.
   v.push_back({"crossing_bounds",
-               dense_lp(1, 2, QZ_MIN, {1, 1}, {1, 1}, {5}, "L", {2, 0}, {1, 3}),
+               dense_lp(QZ_MIN, {1, 1}, {{1, 1}}, {5}, "L", {2, 0}, {1, 3}),
                QZ_STATUS_INFEASIBLE, 0});
   // An empty row (0 <= 4), an empty column with cost pushing it to its bound, a free column.
   {
-    LpData lp = dense_lp(3, 4, QZ_MIN, {1, 2, -1, 0}, {1, 1, 0, 1, 0, 0, 0, 0, 1, -1, 0, 0},
+    LpData lp = dense_lp(QZ_MIN, {1, 2, -1, 0}, {{1, 1, 0, 1}, {0, 0, 0, 0}, {1, -1, 0, 0}},
                          {2, 4, 1}, "GLE", {0, -kInf, -5, -kInf}, {kInf, 3, 7, kInf});
     v.push_back({"empty_row_col", lp, QZ_STATUS_BASIC_OPTIMAL, 0});
   }
   // Mirrored column (only an upper bound) in a maximization.
   {
-    LpData lp = dense_lp(2, 2, QZ_MAX, {-1, 2}, {1, 1, 1, -1}, {4, -10}, "LG", {-kInf, 0},
+    LpData lp = dense_lp(QZ_MAX, {-1, 2}, {{1, 1}, {1, -1}}, {4, -10}, "LG", {-kInf, 0},
                          {5, 3});
     v.push_back({"mirrored_max", lp, QZ_STATUS_BASIC_OPTIMAL, 13});
   }
   // Row of type N only.
   v.push_back({"free_row",
-               dense_lp(2, 2, QZ_MIN, {1, 1}, {1, 2, 3, 4}, {100, 1}, "NG", {0, 0}, {kInf, kInf}),
+               dense_lp(QZ_MIN, {1, 1}, {{1, 2}, {3, 4}}, {100, 1}, "NG", {0, 0}, {kInf, kInf}),
                QZ_STATUS_BASIC_OPTIMAL, 0});
   return v;
 }

@@ -2,7 +2,11 @@
 #include "lp_oracle.h"
 
 #include <algorithm>
+#include <cctype>
+#include <chrono>
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
 #include <sstream>
 
 namespace zento::test {
@@ -335,6 +339,76 @@ KktReport check_basis(QZmodel model, const LpData& lp) {
     r.pinf = 1e30;
     r.worst = "basics " + std::to_string(basics) + " of " + std::to_string(lp.m);
   }
+  return r;
+}
+
+LpData dense_lp(int sense, std::vector<double> c, std::vector<std::vector<double>> A,
+                std::vector<double> b, std::string types, std::vector<double> lo,
+                std::vector<double> up) {
+  LpData lp;
+  lp.m = static_cast<int>(A.size());
+  lp.n = static_cast<int>(c.size());
+  lp.sense = sense;
+  lp.c = std::move(c);
+  lp.b = std::move(b);
+  lp.types = std::move(types);
+  lp.lo = std::move(lo);
+  lp.up = std::move(up);
+  lp.has_opt = false;
+  lp.beg.assign(lp.n + 1, 0);
+  for (int j = 0; j < lp.n; ++j) {
+    for (int i = 0; i < lp.m; ++i)
+      if (A[i][j] != 0) {
+        lp.rows.push_back(i);
+        lp.vals.push_back(A[i][j]);
+      }
+    lp.beg[j + 1] = static_cast<int>(lp.vals.size());
+  }
+  if (lp.vals.empty()) {
+    lp.vals.push_back(0);
+    lp.rows.push_back(0);
+  }
+  return lp;
+}
+
+std::vector<TableRow> read_lp_table(const std::string& folder, const std::string& collection) {
+  std::vector<TableRow> rows;
+  std::ifstream in(folder + "/" + collection + ".csv");
+  std::string line;
+  bool header = true;
+  while (std::getline(in, line)) {
+    if (line.empty() || line[0] == '#') continue;
+    if (header) {
+      header = false;
+      continue;
+    }
+    std::stringstream ss(line);
+    TableRow r;
+    r.collection = collection;
+    std::string obj;
+    std::getline(ss, r.model, ',');
+    std::getline(ss, r.status, ',');
+    std::getline(ss, obj, ',');
+    r.has_obj = !obj.empty();
+    if (r.has_obj) r.obj = std::strtod(obj.c_str(), nullptr);
+    rows.push_back(r);
+  }
+  return rows;
+}
+
+std::string test_name(std::string s) {
+  for (char& c : s)
+    if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
+  return s;
+}
+
+LpRun solve_lp(QZmodel model, int method) {
+  LpRun r;
+  const auto t0 = std::chrono::steady_clock::now();
+  r.rc = QZoptimize(model, method, &r.status);
+  r.secs = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
+  QZgetInfo(model, QZ_IINFO_SIM_ITER, &r.iters);
+  QZgetObjective(model, &r.obj);
   return r;
 }
 

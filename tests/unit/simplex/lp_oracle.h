@@ -60,4 +60,35 @@ KktReport check_model(QZmodel model, const LpData& lp);
 // of basic columns and zero multipliers of basic rows (in `dinf`), in relative measures.
 KktReport check_basis(QZmodel model, const LpData& lp);
 
+// An LP from a dense row-major matrix; zeros are not stored, no optimum is known.
+LpData dense_lp(int sense, std::vector<double> c, std::vector<std::vector<double>> A,
+                std::vector<double> b, std::string types, std::vector<double> lo,
+                std::vector<double> up);
+
+inline bool is_optimal(int s) { return s == QZ_STATUS_OPTIMAL || s == QZ_STATUS_BASIC_OPTIMAL; }
+
+// Infeasible and unbounded verdicts agree when one side could not tell them apart.
+inline bool same_verdict(int a, int b) {
+  auto either = [](int s) { return s == QZ_STATUS_INFEASIBLE || s == QZ_STATUS_UNBOUNDED; };
+  return a == b || (a == QZ_STATUS_INFORUNB && either(b)) || (b == QZ_STATUS_INFORUNB && either(a));
+}
+
+// One row of an instance table `<folder>/<collection>.csv`: model, status, published objective.
+struct TableRow {
+  std::string collection, model, status;
+  bool has_obj = false;
+  double obj = 0;
+};
+std::vector<TableRow> read_lp_table(const std::string& folder, const std::string& collection);
+
+// A model name as a test name: every character but letters and digits becomes '_'.
+std::string test_name(std::string s);
+
+// One solve by `method` with its outcome.
+struct LpRun {
+  int rc = 0, status = 0, iters = 0;
+  double obj = 0, secs = 0;
+};
+LpRun solve_lp(QZmodel model, int method = QZ_METHOD_FREE);
+
 }  // namespace zento::test

@@ -4,6 +4,7 @@
 
 #include <tuple>
 
+#include "../common/env_fixture.h"
 #include "core/model.h"
 #include "lp_oracle.h"
 
@@ -20,16 +21,7 @@ struct Setting {
   int dphase;
 };
 
-class Planted : public ::testing::TestWithParam<Setting> {
- protected:
-  void SetUp() override {
-    int rc = 0;
-    env = QZcreateEnv(&rc);
-    ASSERT_EQ(rc, 0);
-  }
-  void TearDown() override { QZdeleteEnv(&env); }
-  QZenv env = nullptr;
-};
+using Planted = EnvParamFixture<Setting>;
 
 void apply(QZmodel m, const Setting& s) {
   m->SplexPam.lp_scale = s.scale;
