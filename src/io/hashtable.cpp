@@ -17,8 +17,13 @@ constexpr int kPrimes[] = {29,      229,     883,     1671,    2791,    4801,   
                            1100837, 1200359, 1500007, 2000003, 3000017, 4000037, 4500007,
                            5000011, 6000011, 7000003, 8000009, 9000011, 9999991};
 
+// Buckets are chosen by FNV-1a, which spreads short names with common stems better than the
+// folding hash above and costs less a byte.
 int bucket_of(const HashTable& t, const char* name) {
-  return static_cast<int>(HashTable_Hash(name) % static_cast<uint64_t>(t.nBuckets));
+  uint64_t h = 14695981039346656037ULL;
+  for (const unsigned char* p = reinterpret_cast<const unsigned char*>(name); *p != 0; ++p)
+    h = (h ^ *p) * 1099511628211ULL;
+  return static_cast<int>(h % static_cast<uint64_t>(t.nBuckets));
 }
 
 }  // namespace
@@ -71,8 +76,33 @@ int HashTable_Lookup(HashTable& t, const char* name) {
   return -1;
 }
 
+namespace {
+
+// Spreads the chains over more buckets once they average more than one node. Chains keep
+// their insertion order, so lookups find what they found before.
+void grow(HashTable& t) {
+  const int want = hash_bucket_count(t.nCount < INT32_MAX / 4 ? 4 * t.nCount : INT32_MAX);
+  if (want <= t.nBuckets) return;
+  t.nBuckets = want;
+  t.buckets.assign(static_cast<size_t>(want), -1);
+  std::vector<int> tail(static_cast<size_t>(want), -1);
+  const int nNodes = static_cast<int>(t.nodes.size() / 3);
+  for (int node = 0; node < nNodes; ++node) {
+    const int b = bucket_of(t, t.names.name(t.nodes[3 * node]));
+    t.nodes[3 * node + 2] = -1;
+    if (tail[b] == -1)
+      t.buckets[b] = node;
+    else
+      t.nodes[3 * tail[b] + 2] = node;
+    tail[b] = node;
+  }
+}
+
+}  // namespace
+
 int HashTable_Insert(HashTable& t, const char* name) {
   if (!t.initialized && HashTable_Initialize(t, 1000) != 0) return -1;
+  if (t.nCount >= t.nBuckets) grow(t);
   if (HashTable_Lookup(t, name) != -1) return -1;
   const int index = t.nCount;
   const size_t len = std::strlen(name);

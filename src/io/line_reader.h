@@ -3,6 +3,7 @@
 // over.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "io/stream.h"
@@ -40,18 +41,28 @@ class LineReader {
   bool fill();
   bool take_line(RawLine& out);
 
+  struct Block {
+    std::unique_ptr<char[]> bytes;  // not zeroed: only the bytes read are looked at
+    size_t cap = 0, size = 0;
+  };
+  Block& block_for_reading(size_t cap);
+
   Stream* s_;
   const char* comment_;
-  std::vector<char> buf_;
+  Block block_;                 // the block in use when the input is not kept
+  std::vector<Block> kept_;     // the input of this pass, block by block, while collecting
+  size_t keptBytes_ = 0;
+  size_t nextKept_ = 0;         // from memory: the next kept block
+  size_t blocksRead_ = 0;       // blocks read in this pass
+  const char* data_ = nullptr;  // bytes of the current block
   size_t pos_ = 0, fill_ = 0;
   bool eof_ = false;
   bool readFailed_ = false;
   int line_ = 0;
   bool keep_ = false;        // asked to keep the input for rewinds
-  bool collecting_ = false;  // this pass copies its bytes to kept_
-  bool too_big_ = false;     // the input passed the limit: no more copies
-  bool memory_ = false;      // buf_ holds the whole input
-  std::vector<char> kept_;
+  bool collecting_ = false;  // this pass keeps its blocks in kept_
+  bool too_big_ = false;     // the input passed the limit: nothing more is kept
+  bool memory_ = false;      // kept_ holds the whole input and is read from
 };
 
 }  // namespace zento::io

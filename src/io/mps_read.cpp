@@ -1,6 +1,9 @@
-// The MPS reader's driver: opening, the first pass, the layout choice, the line loop and the
-// report of a failed read.
+// The MPS reader's driver: opening, the layout choice, the line loop, the counting pass of the
+// debug log and the report of a failed read.
+#include <cstdarg>
 #include <cstring>
+#include <functional>
+#include <memory>
 #include <new>
 
 #include "core/clock.h"
@@ -43,10 +46,11 @@ void trace_line(MpsReader& r) {
   for (int f = 1; f <= 7; ++f) QZlogmod(&r.m, 1, " [%s]", r.line.f[f] ? r.line.f[f] : "");
 }
 
-int process_line(MpsReader& r) {
+// `tokenized`: r.line holds the line's fields already.
+int process_line(MpsReader& r, bool tokenized = false) {
   if (r.raw.hasControl) return mps_bad(r, "the line holds binary data");
   if (r.raw.fullLen > kMaxLineBytes) return mps_bad(r, "the line is longer than 255 characters");
-  if (!tokenize(r)) return mps_bad(r, "wrong number of fields for the section");
+  if (!tokenized && !tokenize(r)) return mps_bad(r, "wrong number of fields for the section");
   if (r.m.SplexPam.lp_printlevel > 200) trace_line(r);
   if (r.line.section) return mps_do_section_line(r);
   switch (r.state) {
@@ -122,8 +126,8 @@ void log_first_pass(MpsReader& r, double secs) {
   if (r.nSetsHint > 0)
     QZlogmod(&m, 1, "\nMPS Reader: Found %u sets, %u set nonzs",
              static_cast<unsigned>(r.nSetsHint), static_cast<unsigned>(r.nSetNzHint));
-  if (!r.extObj.empty())
-    QZlogmod(&m, 1, "\nMPS Reader: Found %u objectives", static_cast<unsigned>(r.extObj.size()));
+  if (r.nExtHint > 0)
+    QZlogmod(&m, 1, "\nMPS Reader: Found %u objectives", static_cast<unsigned>(r.nExtHint));
   QZlogmod(&m, 1, "\nMPS Reader:");
 }
 
@@ -146,23 +150,92 @@ int setup_tables(MpsReader& r) {
   return 0;
 }
 
-int read_passes(MpsReader& r, int nFormat, const char* displayName) {
-  Imodel& m = r.m;
-  if (nFormat == kMpsAutoLayout) {
-    QZ_CALL(mps_detect_layout(r, &r.fixed));
-    if (!r.lines.rewind()) return QZERR_CANNOT_OPEN_FILE;
-  } else {
-    r.fixed = nFormat == 1 || nFormat == 3;
+// The layout vote, one line at a time; `done` once the answer cannot change.
+struct LayoutVote {
+  int state = kStart;
+  bool sawFixedOnly = false;
+  bool done = false;
+  bool fixed = false;
+  MpsLine fx, fr;
+
+  void finish() {
+    done = true;
+    fixed = sawFixedOnly;
   }
-  QZlogmod(&m, base_printlevel(m), "\nReading %s in MPS format (%s)", displayName,
+  // `freeLine` (optional) gets the free tokenization of a data line when the vote has it at
+  // no cost; its ntok is -1 otherwise.
+  void step(const RawLine& raw, MpsLine* freeLine = nullptr) {
+    if (freeLine) freeLine->ntok = -1;
+    if (raw.hasControl || raw.fullLen > kMaxLineBytes) return finish();
+    const char c = raw.text[0];
+    if (c != ' ' && c != '\t') {
+      tokenize_free(raw, state, fr);
+      state = section_of(fr.word[0], state);
+      if (state == kEnd) return finish();
+      if (state == kCone) done = true;  // conic sections exist only in the free layout
+      return;
+    }
+    const int vote = fixed_layout_vote(raw, state, fx, fr, freeLine);
+    if (vote < 0) done = true;
+    if (vote > 0) sawFixedOnly = true;
+  }
+};
+
+void log_reading(MpsReader& r, const char* displayName) {
+  QZlogmod(&r.m, base_printlevel(r.m), "\nReading %s in MPS format (%s)", displayName,
            r.fixed ? "formatted" : "unformatted");
-  const double t0 = lt_get_realtime();
-  QZ_CALL(mps_first_pass(r));
-  if (!r.lines.rewind()) return QZERR_CANNOT_OPEN_FILE;
-  log_first_pass(r, lt_get_realtime() - t0);
-  QZ_CALL(setup_tables(r));
-  r.state = kStart;
-  QZ_CALL(main_loop(r));
+}
+
+void release_log(MpsReader& r, const char* displayName) {
+  r.holdLog = false;
+  log_reading(r, displayName);
+  for (const std::string& line : r.heldLog) QZlogmod(&r.m, 1, "%s", line.c_str());
+  r.heldLog.clear();
+}
+
+// The free reading with the vote alongside. `*read` tells whether the reading stands; when
+// it doesn't, the file is read again in the layout `v` chose, and nothing has been logged.
+int read_while_voting(MpsReader& r, LayoutVote& v, const char* displayName, bool* read) {
+  *read = false;
+  r.fixed = false;
+  r.holdLog = true;
+  bool reading = true, failed = false;
+  int endLine = -1;
+  while ((reading || !v.done) && r.lines.next(r.raw)) {
+    bool tokenized = false;
+    if (!v.done) {
+      // The vote's free tokenization serves the reading when both are in the same section.
+      const bool share = reading && v.state == r.state;
+      v.step(r.raw, share ? &r.line : nullptr);
+      tokenized = share && r.line.ntok >= 0;
+      if (v.done && v.fixed) return 0;
+      if (v.done) {
+        if (failed) return 0;
+        release_log(r, displayName);
+      }
+    }
+    if (!reading) continue;
+    const int rc = process_line(r, tokenized);
+    if (rc != 0) {
+      if (v.done) return rc;  // the layout is free: the failure stands
+      reading = false;
+      failed = true;
+    } else if (r.state == kEnd) {
+      reading = false;
+      endLine = r.lines.line_number();
+    }
+  }
+  if (!v.done) v.finish();
+  // Anything but a clean end at the line the vote ended on is left to the plain reading,
+  // which reports failures with their line.
+  if (v.fixed || failed || reading || endLine != r.lines.line_number()) return 0;
+  if (r.holdLog) release_log(r, displayName);
+  *read = true;
+  return 0;
+}
+
+int finish_read(MpsReader& r, double t0) {
+  Imodel& m = r.m;
   QZ_CALL(mps_finish(r));
   const double secs = lt_get_realtime() - t0;
   QZlogmod(&m, m.SplexPam.lp_printlevel > 199,
@@ -170,6 +243,41 @@ int read_passes(MpsReader& r, int nFormat, const char* displayName) {
   QZlogmod(&m, base_printlevel(m), "\nProcessed %d lines in MPS format (%.2f secs).",
            r.lines.line_number(), secs);
   return 0;
+}
+
+using ReaderPtr = std::unique_ptr<MpsReader>;
+
+int read_passes(ReaderPtr& rp, const std::function<ReaderPtr()>& make, int nFormat,
+                const char* displayName) {
+  const bool debug = rp->m.SplexPam.lp_printlevel > 199;
+  const double t0 = lt_get_realtime();
+  if (nFormat == kMpsAutoLayout && !debug) {
+    LayoutVote v;
+    bool read = false;
+    QZ_CALL(setup_tables(*rp));
+    QZ_CALL(read_while_voting(*rp, v, displayName, &read));
+    if (read) return finish_read(*rp, t0);
+    if (!rp->lines.rewind()) return QZERR_CANNOT_OPEN_FILE;
+    rp = make();
+    rp->fixed = v.fixed;
+  } else if (nFormat == kMpsAutoLayout) {
+    QZ_CALL(mps_detect_layout(*rp, &rp->fixed));
+    if (!rp->lines.rewind()) return QZERR_CANNOT_OPEN_FILE;
+  } else {
+    rp->fixed = nFormat == 1 || nFormat == 3;
+  }
+  MpsReader& r = *rp;
+  log_reading(r, displayName);
+  if (debug) {
+    const double t1 = lt_get_realtime();
+    QZ_CALL(mps_first_pass(r));
+    if (!r.lines.rewind()) return QZERR_CANNOT_OPEN_FILE;
+    log_first_pass(r, lt_get_realtime() - t1);
+  }
+  QZ_CALL(setup_tables(r));
+  r.state = kStart;
+  QZ_CALL(main_loop(r));
+  return finish_read(r, t0);
 }
 
 }  // namespace
@@ -196,18 +304,8 @@ int mps_first_pass(MpsReader& r) {
       case kRows:
         ++r.nRowsHint;
         if (l.f[1] && iequals(l.f[1], "N")) {
-          const int ordinal = r.nNrowsHint++;
-          if (l.f[2] && l.f[3]) {
-            ExtObjective e;
-            e.ordinal = ordinal;
-            e.name = l.f[2];
-            e.rank = std::atoi(l.f[3]);
-            e.weight = l.f[4] ? std::atof(l.f[4]) : 0.0;
-            e.absTol = l.f[5] ? std::atof(l.f[5]) : 0.0;
-            e.relTol = l.f[6] ? std::atof(l.f[6]) : 0.0;
-            e.sense = l.f[7] ? std::atoi(l.f[7]) : 1;
-            r.extObj.push_back(std::move(e));
-          }
+          ++r.nNrowsHint;
+          if (l.f[2] && l.f[3]) ++r.nExtHint;
         }
         break;
       case kColumns:
@@ -233,32 +331,23 @@ int mps_first_pass(MpsReader& r) {
 }
 
 int mps_detect_layout(MpsReader& r, bool* fixed) {
-  int state = kStart;
-  bool sawFixedOnly = false;
-  MpsLine fx, fr;
-  while (r.lines.next(r.raw)) {
-    if (r.raw.hasControl || r.raw.fullLen > kMaxLineBytes) break;
-    const char c = r.raw.text[0];
-    if (c != ' ' && c != '\t') {
-      MpsLine l;
-      tokenize_free(r.raw, state, l);
-      state = section_of(l.word[0], state);
-      if (state == kEnd) break;
-      if (state == kCone) {  // conic sections exist only in the free layout
-        *fixed = false;
-        return 0;
-      }
-      continue;
-    }
-    const int vote = fixed_layout_vote(r.raw, state, fx, fr);
-    if (vote < 0) {
-      *fixed = false;
-      return 0;
-    }
-    if (vote > 0) sawFixedOnly = true;
-  }
-  *fixed = sawFixedOnly;
+  LayoutVote v;
+  while (!v.done && r.lines.next(r.raw)) v.step(r.raw);
+  if (!v.done) v.finish();
+  *fixed = v.fixed;
   return 0;
+}
+
+void mps_log(MpsReader& r, int level, const char* fmt, ...) {
+  if (level == 0) return;
+  va_list ap;
+  va_start(ap, fmt);
+  std::string line = vformat(fmt, ap);
+  va_end(ap);
+  if (r.holdLog)
+    r.heldLog.push_back(std::move(line));
+  else
+    QZlogmod(&r.m, 1, "%s", line.c_str());
 }
 
 int read_mps_stream(Imodel& m, Stream* s, int nFormat, int nObjIndex, int nKeepFreeRows,
@@ -267,16 +356,26 @@ int read_mps_stream(Imodel& m, Stream* s, int nFormat, int nObjIndex, int nKeepF
   if (nFormat < kMpsAutoLayout || nFormat > 3) return QZERR_PARAM_OUT_OF_RANGE;
   m.fileErrorLine = 0;
   m.fileErrorText.clear();
-  MpsReader r(m, s);
-  r.intBinary = nFormat == 2 || nFormat == 3;
-  r.nObjIndex = nObjIndex;
-  r.keepFreeRows = nKeepFreeRows != 0;
+  LineReader lines(s);
+  // The input is kept for a second pass: the counting one, or the reading of a fixed file.
+  if (nFormat == kMpsAutoLayout || m.SplexPam.lp_printlevel > 199) lines.keep_for_rewind();
+  auto make = [&] {
+    auto p = std::make_unique<MpsReader>(m, lines);
+    p->intBinary = nFormat == 2 || nFormat == 3;
+    p->nObjIndex = nObjIndex;
+    p->keepFreeRows = nKeepFreeRows != 0;
+    return p;
+  };
+  ReaderPtr rp;
   int rc = 0;
   try {
-    rc = read_passes(r, nFormat, displayName);
+    rp = make();
+    rc = read_passes(rp, make, nFormat, displayName);
   } catch (const std::bad_alloc&) {
     rc = QZERR_OUT_OF_MEMORY;
   }
+  if (!rp) return rc;
+  MpsReader& r = *rp;
   if (rc == 0) return 0;
   if (m.modelState != QZ_STATUS_UNLOADED || m.nVars > 0 || m.nCons > 0) clear_model(m);
   if (rc == QZERR_BAD_MODEL_FILE || !r.reason.empty()) record_file_error(r);

@@ -1,12 +1,13 @@
 // The MPS reader: a state machine over the lines of the file that gathers the model in
 // growing arrays and loads it through the load entries once ENDATA is reached.
 //
-// Two passes: the first counts rows, columns, nonzeros, cones and sets so that tables and
-// arrays are sized once, and collects the extended objective rows; the second fills. A file
-// may be in the fixed layout (fields at fixed columns, names may hold blanks) or the free one
-// (fields split at blanks, names of any length); with the automatic choice the data lines are
-// examined first and the fixed layout is taken only when every data line reads in it and some
-// line reads differently in the free one.
+// One pass fills growing tables and arrays. A file may be in the fixed layout (fields at fixed
+// columns, names may hold blanks) or the free one (fields split at blanks, names of any
+// length); with the automatic choice every data line votes, and the fixed layout is taken only
+// when every data line reads in it and some line reads differently in the free one. The free
+// reading runs alongside the vote, with its log held back, so that a free file (nearly all of
+// them) is read once; a fixed one, or a failure before the vote is in, is read again from the
+// kept input. At debug print levels a counting pass before the fill logs the sizes.
 #pragma once
 
 #include <string>
@@ -40,10 +41,10 @@ struct Indicator {
 };
 
 struct MpsReader {
-  MpsReader(Imodel& model, Stream* stream) : m(model), lines(stream) { lines.keep_for_rewind(); }
+  MpsReader(Imodel& model, LineReader& reader) : m(model), lines(reader) {}
 
   Imodel& m;
-  LineReader lines;
+  LineReader& lines;
   RawLine raw;
   MpsLine line;
   int state = kStart;
@@ -54,10 +55,12 @@ struct MpsReader {
   std::string reason;  // what was wrong with the line, for the log
   int errLine = 0;     // a failure found after the loop names its line here
   std::string errText;
+  bool holdLog = false;              // log lines wait in heldLog until the layout is known
+  std::vector<std::string> heldLog;
 
-  // Sizes from the first pass.
+  // Sizes from the counting pass (debug print levels only).
   int nRowsHint = 0, nColsHint = 0, nNzHint = 0, nConesHint = 0, nSetsHint = 0;
-  int nNrowsHint = 0, nConeNzHint = 0, nSetNzHint = 0;
+  int nNrowsHint = 0, nConeNzHint = 0, nSetNzHint = 0, nExtHint = 0;
   std::vector<ExtObjective> extObj;
 
   std::string title;
@@ -127,8 +130,10 @@ struct MpsReader {
 
 // A new column with cost 0, bounds [0, 1e30], type 'C' and no entries.
 int mps_new_column(MpsReader& r, const char* name);
-// Closes the COLUMNS section: default bounds, arrays cut to size.
+// Closes the COLUMNS section: default bounds.
 void mps_close_columns(MpsReader& r);
+// Logs a line of the fill pass, or holds it while the layout is still open.
+void mps_log(MpsReader& r, int level, const char* fmt, ...);
 // Fails the read of the current line with a reason for the log.
 int mps_bad(MpsReader& r, const char* why);
 

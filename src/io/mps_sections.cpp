@@ -1,5 +1,6 @@
 // Section lines and the linear sections of the MPS reader: ROWS, COLUMNS, RHS, RANGES, BOUNDS.
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 
 #include "core/env.h"
@@ -24,7 +25,7 @@ int quad_header(MpsReader& r) {
   if (kw(head, "QMATRIX") || kw(head, "QUADS") || kw(head, "QUADOBJ")) {
     const char* named = l.nword > 1 ? l.word[1] : nullptr;
     if (named && kw(head, "QMATRIX"))
-      QZlogmod(&r.m, base_printlevel(r.m), "\nWarning: ignoring QMATRIX row name '%s'", named);
+      mps_log(r, base_printlevel(r.m), "\nWarning: ignoring QMATRIX row name '%s'", named);
     r.qCurRow = -1;
     r.state = kQuadObj;
     return 0;
@@ -128,7 +129,7 @@ bool same_set(std::string& set, bool& fixedOnce, const char* name) {
 int rhs_like_pair(MpsReader& r, const char* rowName, const char* valueText, bool ranges) {
   double v = 0.0;
   if (valueText == nullptr) return mps_bad(r, "a row name without its value");
-  if (!parse_number(valueText, &v)) return mps_bad(r, "the value is not a finite number");
+  if (!line_number(r.line, valueText, &v)) return mps_bad(r, "the value is not a finite number");
   const int row = HashTable_Lookup(r.rowTab, rowName);
   if (row >= 0) {
     if (ranges) {
@@ -142,7 +143,7 @@ int rhs_like_pair(MpsReader& r, const char* rowName, const char* valueText, bool
   if (r.haveObj && r.objName == rowName) {
     if (!ranges) {
       r.objConst = 0.0 - v;
-      QZlogmod(&r.m, r.m.SplexPam.lp_printlevel > 0,
+      mps_log(r, r.m.SplexPam.lp_printlevel > 0,
                "\nMPS Warning: Objective function has a constant term of %g\nMPS Warning: ZENTO "
                "API accounts for this term when reporting the objective value.\nMPS Warning: "
                "Third-party solvers may ignore such constant terms.\n",
@@ -170,13 +171,20 @@ int rhs_like(MpsReader& r, bool ranges) {
 
 int add_entry(MpsReader& r, const char* rowName, const char* valueText) {
   double v = 0.0;
-  if (!parse_number(valueText, &v)) return mps_bad(r, "the value is not a finite number");
+  if (!line_number(r.line, valueText, &v)) return mps_bad(r, "the value is not a finite number");
   if (r.haveObj && r.objName == rowName) {
     r.cost[r.curCol] = v;
     return 0;
   }
   const int row = HashTable_Lookup(r.rowTab, rowName);
   if (row >= 0) {
+    if (r.aRow.size() == r.aRow.capacity()) {
+      // Large steps: pages are touched only when written, so the unused tail costs address
+      // space alone, while doubling would copy (and fault in) twice the final size.
+      const size_t cap = r.aRow.capacity() < 4096 ? 4096 : 4 * r.aRow.capacity();
+      r.aRow.reserve(cap);
+      r.aVal.reserve(cap);
+    }
     r.aRow.push_back(row);
     r.aVal.push_back(v);
     return 0;
@@ -247,8 +255,6 @@ void mps_close_columns(MpsReader& r) {
   r.openSet = -1;
   for (size_t j = 0; j < r.type.size(); ++j)
     if (r.type[j] == 'Z') r.up[j] = 1.0;
-  r.aRow.shrink_to_fit();
-  r.aVal.shrink_to_fit();
 }
 
 int mps_do_section_line(MpsReader& r) {
@@ -344,6 +350,17 @@ int mps_do_rows(MpsReader& r) {
   }
   if (t != 'N') return mps_bad(r, "unknown row type");
   const int ordinal = r.nNrows++;
+  if (l.f[3]) {  // an extended objective row: rank, weight, tolerances, sense
+    ExtObjective e;
+    e.ordinal = ordinal;
+    e.name = name;
+    e.rank = std::atoi(l.f[3]);
+    e.weight = l.f[4] ? std::atof(l.f[4]) : 0.0;
+    e.absTol = l.f[5] ? std::atof(l.f[5]) : 0.0;
+    e.relTol = l.f[6] ? std::atof(l.f[6]) : 0.0;
+    e.sense = l.f[7] ? std::atoi(l.f[7]) : 1;
+    r.extObj.push_back(std::move(e));
+  }
   if (ordinal == r.nObjIndex && !r.haveObj) {
     r.objName = name;
     r.haveObj = true;
@@ -352,10 +369,8 @@ int mps_do_rows(MpsReader& r) {
     set_default_row(r, 'N');
   } else {
     HashTable_Insert(r.freeTab, name);
-    int ext = -1;
-    for (size_t e = 0; e < r.extObj.size(); ++e)
-      if (r.extObj[e].ordinal == ordinal) ext = static_cast<int>(e);
-    r.freeExt.push_back(ext);
+    const bool ext = !r.extObj.empty() && r.extObj.back().ordinal == ordinal;
+    r.freeExt.push_back(ext ? static_cast<int>(r.extObj.size()) - 1 : -1);
   }
   return 0;
 }
@@ -395,7 +410,7 @@ int mps_do_bounds(MpsReader& r) {
   int j = HashTable_Lookup(r.colTab, l.f[3]);
   if (j < 0) j = mps_new_column(r, l.f[3]);
   double v = 0.0;
-  if (l.f[4] && !parse_number(l.f[4], &v)) return mps_bad(r, "the bound is not a finite number");
+  if (l.f[4] && !line_number(l, l.f[4], &v)) return mps_bad(r, "the bound is not a finite number");
   const double inf = r.m.env ? r.m.env->infinity : QZ_INFINITY;
   const char* tag = l.f[1];
   const bool sc = r.scPos[j] >= 0;

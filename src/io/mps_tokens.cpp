@@ -4,9 +4,12 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
+
+#include "io/mps_scan.h"
 
 namespace zento::io {
 
@@ -22,26 +25,22 @@ void clear_line(MpsLine& out) {
   out.ntok = 0;
   out.nword = 0;
   out.section = false;
+  out.numText[0] = out.numText[1] = nullptr;
 }
 
 // Splits into words; `comments` drops a word starting with '$' or '!' and all behind it.
 // Returns the word count, which may exceed `cap`; only `cap` pointers are stored.
 int split_words(const RawLine& raw, char* store, const char** words, int cap, bool comments) {
-  std::memcpy(store, raw.text, static_cast<size_t>(raw.len));
-  store[raw.len] = '\0';
+  const int len = raw.len;
+  std::memcpy(store, raw.text, static_cast<size_t>(len));
+  store[len] = '\0';
+  WordScan scan(raw.text, len);
   int n = 0;
-  char* p = store;
-  char* end = store + raw.len;
-  while (p < end) {
-    while (p < end && is_blank(*p)) *p++ = '\0';
-    if (p >= end) break;
-    if (comments && (*p == '$' || *p == '!')) {
-      *p = '\0';
-      break;
-    }
-    if (n < cap) words[n] = p;
+  for (int k = 0, end = 0; scan.next(&k, &end);) {
+    if (comments && (store[k] == '$' || store[k] == '!')) break;
+    if (n < cap) words[n] = store + k;
     ++n;
-    while (p < end && !is_blank(*p)) ++p;
+    store[end] = '\0';
   }
   return n;
 }
@@ -166,11 +165,13 @@ bool fill_fixed_section(const RawLine& raw, MpsLine& out) {
 
 }  // namespace
 
+// Keywords are ASCII: folding only a-z keeps their test apart from the host's locale.
+char ascii_upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
 bool iequals(const char* a, const char* b) {
   if (a == nullptr || b == nullptr) return false;
   for (; *a && *b; ++a, ++b)
-    if (std::toupper(static_cast<unsigned char>(*a)) != std::toupper(static_cast<unsigned char>(*b)))
-      return false;
+    if (ascii_upper(*a) != ascii_upper(*b)) return false;
   return *a == *b;
 }
 
@@ -201,80 +202,100 @@ struct DecimalParts {
   int exp_digits = 0;
 };
 
-bool decimal_syntax(const char* t, DecimalParts* d) {
+bool decimal_syntax(const char* t, DecimalParts* d, const char** end) {
+  // Locals, not the fields of *d: stores through d could alias the text and force reloads.
   while (*t == ' ' || *t == '\t') ++t;
-  if (*t == '+' || *t == '-') d->negative = *t++ == '-';
-  int digits = 0, sig = 0;
-  bool point = false;
+  bool negative = false;
+  if (*t == '+' || *t == '-') negative = *t++ == '-';
+  unsigned long long mant = 0;
+  int digits = 0, sig = 0, scale = 0;
+  bool point = false, exact = true;
   for (;; ++t) {
-    if (*t >= '0' && *t <= '9') {
+    const unsigned c = static_cast<unsigned char>(*t) - static_cast<unsigned>('0');
+    if (c <= 9) {
       ++digits;
-      if (d->mant == 0 && *t == '0') {
-        if (point) --d->scale;
-        continue;
-      }
-      if (sig < 19) {
-        d->mant = d->mant * 10 + static_cast<unsigned>(*t - '0');
-        if (point) --d->scale;
+      if (mant == 0 && c == 0) {
+        scale -= point;
+      } else if (sig < 19) {
+        mant = mant * 10 + c;
+        scale -= point;
+        ++sig;
       } else {
-        d->exact = false;
-        if (!point) ++d->scale;
+        exact = false;
+        scale += !point;
+        ++sig;
       }
-      ++sig;
     } else if (*t == '.' && !point) {
       point = true;
     } else {
       break;
     }
   }
+  d->negative = negative;
+  d->mant = mant;
+  d->exact = exact;
   if (digits == 0) return false;
   if (*t == 'e' || *t == 'E' || *t == 'd' || *t == 'D') {
     ++t;
     bool eneg = false;
     if (*t == '+' || *t == '-') eneg = *t++ == '-';
-    int e = 0;
+    int e = 0, ed = 0;
     while (*t >= '0' && *t <= '9') {
       if (e < 100000) e = e * 10 + (*t - '0');
-      ++d->exp_digits;
+      ++ed;
       ++t;
     }
-    if (d->exp_digits == 0) return false;
-    d->scale += eneg ? -e : e;
+    d->exp_digits = ed;
+    if (ed == 0) return false;
+    scale += eneg ? -e : e;
   }
+  d->scale = scale;
+  *end = t;
   return *t == '\0';
+}
+
+// The value of a short decimal when double arithmetic gives it exactly.
+bool exact_value(const DecimalParts& d, double* value) {
+  static constexpr double kPow10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                      1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                      1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+  if (!d.exact || d.mant >= (1ULL << 53) || d.scale < -22 || d.scale > 22) return false;
+  double v = static_cast<double>(d.mant);
+  v = d.scale >= 0 ? v * kPow10[d.scale] : v / kPow10[-d.scale];
+  *value = d.negative ? -v : v;
+  return true;
 }
 
 }  // namespace
 
-bool parse_number(const char* token, double* value) {
-  if (token == nullptr || *token == '\0' || !QZI_IsNumber(token)) return false;
-  // Most numbers of a model file are short decimals: their syntax decides, and the value is
-  // exact in double arithmetic when the mantissa and the power of ten both are (an integer
-  // below 2^53 times or over a power up to 10^22 rounds once, as strtod rounds). All others
-  // go through strtod.
-  DecimalParts d;
-  const size_t len = std::strlen(token);
-  if (len < 64 && decimal_syntax(token, &d)) {
-    if (value == nullptr && d.exp_digits <= 2) return true;
-    static constexpr double kPow10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-    if (value != nullptr && d.exact && d.mant < (1ULL << 53) && d.scale >= -22 && d.scale <= 22) {
-      double v = static_cast<double>(d.mant);
-      v = d.scale >= 0 ? v * kPow10[d.scale] : v / kPow10[-d.scale];
-      *value = d.negative ? -v : v;
+bool line_number(const MpsLine& l, const char* text, double* value) {
+  for (int k = 0; k < 2; ++k) {
+    if (text != nullptr && text == l.numText[k]) {
+      *value = l.numValue[k];
       return true;
     }
-  } else if (len < 64) {
-    return false;
   }
+  return parse_number(text, value);
+}
+
+bool parse_number(const char* token, double* value) {
+  if (token == nullptr || *token == '\0') return false;
+  // Most numbers of a model file are short decimals: their syntax decides (a text that
+  // passes it holds only what QZI_IsNumber allows), and the value is exact in double
+  // arithmetic when the mantissa and the power of ten both are (an integer below 2^53 times
+  // or over a power up to 10^22 rounds once, as strtod rounds). All others go through strtod.
+  DecimalParts d;
+  const char* end = token;
+  if (!decimal_syntax(token, &d, &end)) return false;
+  const size_t n = static_cast<size_t>(end - token);
+  if (n >= 64) return false;
+  if (value == nullptr && d.exp_digits <= 2) return true;
+  if (value != nullptr && exact_value(d, value)) return true;
   char buf[64];
-  const size_t n = std::strlen(token);
-  if (n >= sizeof buf) return false;
   for (size_t k = 0; k <= n; ++k) buf[k] = (token[k] == 'd' || token[k] == 'D') ? 'e' : token[k];
-  char* end = nullptr;
-  const double v = std::strtod(buf, &end);
-  if (end == buf || *end != '\0' || !std::isfinite(v)) return false;
+  char* stop = nullptr;
+  const double v = std::strtod(buf, &stop);
+  if (stop == buf || *stop != '\0' || !std::isfinite(v)) return false;
   if (value) *value = v;
   return true;
 }
@@ -318,7 +339,168 @@ int fixed_layout_vote(const RawLine& raw, int state) {
   return fixed_layout_vote(raw, state, fx, fr);
 }
 
+namespace {
+
+// Field number of each column of a fixed-layout line, 0 between fields.
+struct FieldOf {
+  unsigned char of[kMaxLineBytes + 2] = {};
+  constexpr FieldOf() {
+    for (int f = 1; f <= 6; ++f)
+      for (int k = kFieldCols[f][0]; k <= kFieldCols[f][1]; ++k) of[k] = static_cast<unsigned char>(f);
+  }
+};
+constexpr FieldOf kFieldOf;
+
+constexpr unsigned bit(int f) { return 1u << f; }
+
+// A word of the line as a terminated copy, for the tests that need one.
+struct Word {
+  char text[kMaxLineBytes + 2];
+  Word(const char* p, int n) {
+    std::memcpy(text, p, static_cast<size_t>(n));
+    text[n] = '\0';
+  }
+};
+
+// parse_number(word, nullptr) on a word of a line, mostly without a copy: the syntax scan
+// stops at the blank or the terminator behind the word just as it stops at the end of a copy.
+// When it can, it also gives the value parse_number(word, &value) would (*exact).
+bool number_word(const char* p, int n, double* value = nullptr, bool* exact = nullptr) {
+  DecimalParts d;
+  const char* end = nullptr;
+  decimal_syntax(p, &d, &end);
+  if (end == p + n && n < 64 && d.exp_digits <= 2) {
+    if (exact) *exact = exact_value(d, value);
+    return true;
+  }
+  if (exact) *exact = false;
+  return parse_number(Word(p, n).text, nullptr);
+}
+
+// The fields the free layout gives to `n` words of a data line, as a bit set; -1 when the
+// words don't fit the state. Only for states and lines fixed_layout_vote reaches it with.
+int free_fields(int state, int n, const char* const* w, const int* wl) {
+  switch (state) {
+    case kRows:
+      return n > 7 ? -1 : static_cast<int>(((1u << n) - 1) << 1);
+    case kColumns:
+      if (n == 5) return static_cast<int>(bit(2) | bit(3) | bit(4) | bit(5) | bit(6));
+      if (n == 3) return static_cast<int>(bit(2) | bit(3) | bit(4));  // no marker here
+      return -1;
+    case kRhs:
+    case kRanges:
+      if (n == 5) return static_cast<int>(bit(2) | bit(3) | bit(4) | bit(5) | bit(6));
+      if (n == 4) return static_cast<int>(bit(3) | bit(4) | bit(5) | bit(6));
+      if (n == 3) return static_cast<int>(bit(2) | bit(3) | bit(4));
+      if (n == 2) return static_cast<int>(bit(3) | bit(4));
+      return -1;
+    default: {  // kBounds
+      if (n > 4) return -1;
+      const Word tag(w[0], wl[0]);
+      const char* t = tag.text;
+      const bool valued = iequals(t, "UP") || iequals(t, "LO") || iequals(t, "FX") ||
+                          iequals(t, "UI") || iequals(t, "LI");
+      const bool bare = iequals(t, "BV") || iequals(t, "PL") || iequals(t, "MI") || iequals(t, "FR");
+      const bool scValued =
+          iequals(t, "SC") && n == 3 && number_word(w[2], wl[2]);
+      if (n == 3 && (valued || scValued)) return static_cast<int>(bit(1) | bit(3) | bit(4));
+      if (n == 2 && bare) return static_cast<int>(bit(1) | bit(3));
+      return static_cast<int>(((1u << n) - 1) << 1);
+    }
+  }
+}
+
+// The vote of a line whose words each sit inside one field, one word a field at most, with
+// no comment word: then the fixed fields are the words themselves, and the two readings
+// agree exactly when the free one puts the words into the fields they sit in. Returns 2 for
+// a line it cannot decide this way.
+int quick_vote(const RawLine& raw, int state, MpsLine* out) {
+  const char* text = raw.text;
+  const int len = raw.len;
+  // Marker lines and lines with a zero byte take the long way.
+  if (raw.hasControl || (state == kColumns && std::memchr(text, '\'', static_cast<size_t>(len))))
+    return 2;
+  const char* w[8];
+  int wl[8];
+  unsigned have = 0;  // fields holding a word
+  int wordIn[7] = {-1, -1, -1, -1, -1, -1, -1};
+  int n = 0;
+  WordScan scan(text, len);
+  for (int start = 0, k = 0; scan.next(&start, &k);) {
+    const int f = kFieldOf.of[start];
+    if (f == 0 || kFieldOf.of[k - 1] != f) return -1;  // a byte between the fields
+    if ((have & bit(f)) != 0 || n == 6) return 2;          // a field with a blank inside
+    if (text[start] == '$' || text[start] == '!' || text[start] == '\'') return 2;
+    have |= bit(f);
+    wordIn[f] = n;
+    w[n] = text + start;
+    wl[n] = k - start;
+    ++n;
+  }
+  double value[7];
+  bool exact[7] = {};
+  auto num = [&](int f) {
+    const int i = wordIn[f];
+    return i < 0 || number_word(w[i], wl[i], &value[f], &exact[f]);
+  };
+  bool valid = true;
+  switch (state) {
+    case kRows:
+      valid = have == (bit(1) | bit(2));
+      break;
+    case kColumns:
+    case kRhs:
+    case kRanges:
+      valid = !(have & bit(1)) && (have & bit(3)) && (have & bit(4)) && num(4) &&
+              !(have & bit(5)) == !(have & bit(6)) && num(6) &&
+              (state != kColumns || (have & bit(2)));
+      break;
+    case kBounds:
+      valid = (have & bit(1)) && (have & bit(3)) && num(4) && !(have & bit(5)) && !(have & bit(6));
+      break;
+    default:
+      return 0;
+  }
+  if (!valid) return -1;
+  if (n == 0) return 1;
+  if (free_fields(state, n, w, wl) != static_cast<int>(have)) return 1;
+  if (out != nullptr) {  // the free reading: the words in the fields they sit in
+    clear_line(*out);
+    out->ntok = n;
+    std::memcpy(out->store, text, static_cast<size_t>(len) + 1);
+    int i = 0;
+    for (int f = 1; f <= 6; ++f) {
+      if ((have & bit(f)) == 0) continue;
+      const int at = static_cast<int>(w[i] - text);
+      out->store[at + wl[i]] = '\0';
+      out->f[f] = out->store + at;
+      ++i;
+    }
+    for (int f = 4, k = 0; f <= 6; f += 2, ++k) {
+      if (!exact[f]) continue;
+      out->numText[k] = out->f[f];
+      out->numValue[k] = value[f];
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
 int fixed_layout_vote(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr) {
+  return fixed_layout_vote(raw, state, fx, fr, nullptr);
+}
+
+int fixed_layout_vote(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr, MpsLine* freeLine) {
+  if (freeLine) freeLine->ntok = -1;
+  if (!is_blank(raw.text[0])) return 0;
+  const int quick = quick_vote(raw, state, freeLine);
+  if (quick != 2) return quick;
+  if (freeLine) freeLine->ntok = -1;
+  return fixed_layout_vote_full(raw, state, fx, fr);
+}
+
+int fixed_layout_vote_full(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr) {
   if (!is_blank(raw.text[0])) return 0;
   if (state == kColumns && std::strstr(raw.text, "'MARKER'") != nullptr) return 0;
   if (has_stray_bytes(raw)) return -1;

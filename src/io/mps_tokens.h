@@ -34,6 +34,9 @@ struct MpsLine {
   const char* word[8] = {};  // a section line's words, in order
   int nword = 0;
   char store[3 * (kMaxLineBytes + 2)] = {};
+  // Values the tokenizer found on its way, for line_number: text pointer and value.
+  const char* numText[2] = {};
+  double numValue[2] = {};
 };
 
 // Free layout. Returns false for a data line whose token count doesn't fit its state.
@@ -47,11 +50,19 @@ bool tokenize_fixed(const RawLine& raw, int state, MpsLine& out);
 int fixed_layout_vote(const RawLine& raw, int state);
 // The same with the caller's scratch lines, which a scan over a whole file reuses.
 int fixed_layout_vote(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr);
+// The same; when the line reads alike in both layouts, `freeLine` gets its free tokenization
+// (what tokenize_free gives), else its ntok is -1.
+int fixed_layout_vote(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr, MpsLine* freeLine);
+// The same through both tokenizations, with no shortcut.
+int fixed_layout_vote_full(const RawLine& raw, int state, MpsLine& fx, MpsLine& fr);
 
 // A number text: after leading blanks only digits, '+', '-', '.', 'e', 'E', 'd', 'D'; an
 // absent token passes. `parse_number` also needs the whole text to be one finite number.
 bool QZI_IsNumber(const char* token);
 bool parse_number(const char* token, double* value);
+
+// parse_number(text, value) for a field of the line, from the values the tokenizer kept.
+bool line_number(const MpsLine& l, const char* text, double* value);
 
 bool iequals(const char* a, const char* b);
 
