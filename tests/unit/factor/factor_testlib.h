@@ -2,6 +2,7 @@
 // sparse bases of several shapes, a minimal MPS matrix loader, a crash basis, residuals.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <random>
 #include <string>
@@ -71,5 +72,28 @@ void random_rhs(int m, int nz, std::mt19937& rng, SpVec* v);
 // and the engine status in *st.
 int random_replace(LuFactor& lu, const ColMatrix& a, std::vector<int>& rbas, int var,
                    std::mt19937& rng, int* st);
+
+// A caller vector for the in-place solves: values by position and the list of nonzero
+// positions (n = -1 when dense).
+struct Scattered {
+  std::vector<double> val;
+  std::vector<int> idx;
+  int n = 0;
+  explicit Scattered(int m) : val(m, 0.0), idx(m, 0) {}
+  void load(const SpVec& v) {
+    std::fill(val.begin(), val.end(), 0.0);
+    if (v.n < 0) {
+      std::copy(v.val.begin(), v.val.begin() + val.size(), val.begin());
+      n = -1;
+      return;
+    }
+    n = v.n;
+    for (int k = 0; k < v.n; ++k) {
+      idx[k] = v.idx[k];
+      val[v.idx[k]] = v.val[k];
+    }
+  }
+  lu::SvRef ref(bool dense_u = false) { return lu::SvRef{val.data(), idx.data(), &n, dense_u}; }
+};
 
 }  // namespace zento::lutest

@@ -12,28 +12,6 @@
 namespace zento::lutest {
 namespace {
 
-// A caller vector: values by position, list of nonzero positions.
-struct Scattered {
-  std::vector<double> val;
-  std::vector<int> idx;
-  int n = 0;
-  explicit Scattered(int m) : val(m, 0.0), idx(m, 0) {}
-  void load(const SpVec& v) {
-    std::fill(val.begin(), val.end(), 0.0);
-    if (v.n < 0) {
-      std::copy(v.val.begin(), v.val.begin() + val.size(), val.begin());
-      n = -1;
-      return;
-    }
-    n = v.n;
-    for (int k = 0; k < v.n; ++k) {
-      idx[k] = v.idx[k];
-      val[v.idx[k]] = v.val[k];
-    }
-  }
-  lu::SvRef ref(bool dense_u = false) { return lu::SvRef{val.data(), idx.data(), &n, dense_u}; }
-};
-
 std::vector<double> dense_of(const SpVec& v, int m) {
   std::vector<double> d(m, 0.0);
   v.to_dense(d.data());

@@ -14,29 +14,7 @@
 namespace zento::lutest {
 namespace {
 
-// A caller vector: values by position and the list of nonzero positions.
-struct Held {
-  std::vector<double> val;
-  std::vector<int> idx;
-  int n = 0;
-  explicit Held(int m) : val(m, 0.0), idx(m, 0) {}
-  void load(const SpVec& v) {
-    std::fill(val.begin(), val.end(), 0.0);
-    if (v.n < 0) {
-      std::copy(v.val.begin(), v.val.begin() + val.size(), val.begin());
-      n = -1;
-      return;
-    }
-    n = v.n;
-    for (int k = 0; k < v.n; ++k) {
-      idx[k] = v.idx[k];
-      val[v.idx[k]] = v.val[k];
-    }
-  }
-  lu::SvRef ref(bool dense_u = false) { return lu::SvRef{val.data(), idx.data(), &n, dense_u}; }
-};
-
-void expect_same(const Held& a, const Held& b, const std::string& what) {
+void expect_same(const Scattered& a, const Scattered& b, const std::string& what) {
   ASSERT_EQ(a.n, b.n) << what;
   for (int k = 0; k < a.n; ++k) ASSERT_EQ(a.idx[k], b.idx[k]) << what << " list at " << k;
   for (size_t i = 0; i < a.val.size(); ++i) ASSERT_EQ(a.val[i], b.val[i]) << what << " at " << i;
@@ -78,7 +56,7 @@ TEST_P(PairSolve, SameAsOneAtATime) {
   ASSERT_EQ(QZI_lu_fact(*t.single, t.rbas.data()), 0);
   const int m = c.m;
   SpVec in1(m), in2(m), in3(m);
-  Held p1(m), p2(m), p3(m), s1(m), s2(m), s3(m);
+  Scattered p1(m), p2(m), p3(m), s1(m), s2(m), s3(m);
   const int sizes[] = {1, 4, m / 8 + 1, m};
   int round = 0;
   for (int nz1 : sizes)
@@ -135,7 +113,7 @@ TEST_P(PairSolve, DropLeavesNoResidue) {
   ASSERT_EQ(QZI_lu_fact(*t.single, t.rbas.data()), 0);
   const int m = c.m;
   SpVec in1(m), in2(m);
-  Held p1(m), p2(m), s1(m);
+  Scattered p1(m), p2(m), s1(m);
   for (int nz : {2, m}) {
     random_rhs(m, nz, rng, &in1);
     random_rhs(m, m, rng, &in2);
